@@ -1,0 +1,69 @@
+# The few kinds of target this repository is made of, so that each folder's CMakeLists.txt says only what it is and what it may know.
+
+include(GenerateExportHeader)
+include(GNUInstallDirs)
+
+# What every target compiles with.
+add_library(spu_compile_options INTERFACE)
+target_compile_features(spu_compile_options INTERFACE cxx_std_20)
+if(SPU_WARNINGS_AS_ERRORS)
+  target_compile_options(spu_compile_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+if(SPU_SANITIZE)
+  target_compile_options(spu_compile_options INTERFACE -fsanitize=${SPU_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(spu_compile_options INTERFACE -fsanitize=${SPU_SANITIZE})
+endif()
+
+# spu_add_shared_library(<folder> EXPORT_HEADER <a/b/export.hpp> EXPORT_MACRO <PREFIX> SOURCES ... HEADERS ...)
+#
+# A shared library `spu_<folder>`, alias `search_path_utilities::<folder>`: hidden by default, public headers below include/,
+# each of which must compile by itself.
+function(spu_add_shared_library folder)
+  cmake_parse_arguments(ARG "" "EXPORT_HEADER;EXPORT_MACRO;TARGET" "SOURCES;HEADERS" ${ARGN})
+  set(target spu_${folder})
+  if(ARG_TARGET)
+    set(target ${ARG_TARGET})
+  endif()
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/generated)
+
+  add_library(${target} SHARED ${ARG_SOURCES})
+  add_library(search_path_utilities::${folder} ALIAS ${target})
+  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_MACRO} EXPORT_FILE_NAME ${generated}/${ARG_EXPORT_HEADER})
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS include ${generated} FILES ${ARG_HEADERS} ${generated}/${ARG_EXPORT_HEADER})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:spu_compile_options>)
+  if(NOT SPU_SANITIZE)
+    target_link_options(${target} PRIVATE LINKER:--no-undefined)
+  endif()
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# spu_add_family(<folder> SOURCES ... SEES ...)
+#
+# One family of the library: an OBJECT library that sees the contracts and its own folder. Whatever else it may know is a
+# target somebody names under SEES.
+function(spu_add_family folder)
+  cmake_parse_arguments(ARG "" "" "SOURCES;SEES" ${ARGN})
+  add_library(spu_${folder} OBJECT ${ARG_SOURCES})
+  add_library(search_path_utilities::${folder} ALIAS spu_${folder})
+  target_include_directories(spu_${folder}
+    PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/generated ${CMAKE_CURRENT_SOURCE_DIR}/include
+    PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(spu_${folder} PUBLIC search_path_utilities::search_path_interfaces ${ARG_SEES}
+    PRIVATE spu_compile_options)
+  set_target_properties(spu_${folder} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# spu_add_test(<name> SOURCES ... LIBRARIES ...)
+#
+# A GoogleTest program whose every test is a test of ctest.
+function(spu_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main spu_compile_options)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+endfunction()
