@@ -1,0 +1,64 @@
+// Events between parts of one session: posted from any thread, delivered when somebody dispatches.
+//
+// Safe from any thread. A manager shares the events that are queued and owns the slots until their connections go. No
+// storage is touched.
+#pragma once
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <cstddef>
+#include <foundation/core/scoped_release.hpp>
+#include <foundation/export.hpp>
+#include <functional>
+#include <memory>
+
+namespace foundation::msg_svc::eventmgr {
+
+class FOUNDATION_EXPORT Event {
+ public:
+  virtual ~Event();
+  /// A copy on the heap, of the same dynamic type; the caller owns it.
+  [[nodiscard]] virtual Event* clone() const = 0;
+
+ protected:
+  Event() = default;
+  Event(const Event&) = default;
+  Event& operator=(const Event&) = default;
+};
+
+using EventConnection = core::ScopedRelease;
+
+class FOUNDATION_EXPORT EventMgr {
+ public:
+  using Slot = std::function<void(const boost::shared_ptr<const Event>&)>;
+
+  EventMgr();
+  EventMgr(const EventMgr&) = delete;
+  EventMgr& operator=(const EventMgr&) = delete;
+  ~EventMgr();
+
+  /// Queues `event` and returns at once. `options` is reserved: pass 0. Throws std::invalid_argument when the event is
+  /// null.
+  void post(boost::shared_ptr<Event> event, int options);
+
+  /// Delivers what was queued when it was entered, in posting order, on this thread, to every slot then connected, and
+  /// returns how many events that were. What slots post waits for the next call.
+  ///
+  /// A slot's exception passes to the caller: its event counts as delivered, the rest stays queued.
+  std::size_t dispatch();
+
+  /// Calls `slot` with each event until the connection goes; slots are called in the order of connecting. A call that
+  /// is under way on another thread at that moment ends on its own.
+  [[nodiscard]] EventConnection connect(const Slot& slot);
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+enum EmId : int { SessionEmId };
+
+/// The manager that `id` stands for: the session's one, the same for every caller in the process. Throws
+/// std::invalid_argument for any other value.
+[[nodiscard]] FOUNDATION_EXPORT std::shared_ptr<EventMgr> createLocalEventMgr(EmId id);
+
+}  // namespace foundation::msg_svc::eventmgr
