@@ -1,0 +1,72 @@
+// Lookup on a path: which file does this name mean?
+//
+// Free functions without state; they may run on any number of threads at once as far as the paths and entries given
+// allow it. A miss is an empty result; exceptions of paths and entries pass to the caller. No storage is touched beyond
+// what the path touches.
+#pragma once
+
+#include <boost/optional/optional.hpp>
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <foundation/storage/vfs/folder.hpp>
+#include <memory>
+#include <search_path_interfaces/any_range_adapter.hpp>
+#include <search_path_interfaces/path.hpp>
+#include <search_path_utilities/export.hpp>
+#include <string>
+#include <vector>
+
+namespace Quorvex::PathManagement {
+
+/// Plain folders only.
+extern SEARCH_PATH_UTILITIES_EXPORT const SearchScope MainScope;
+
+/// Every kind but resources.
+extern SEARCH_PATH_UTILITIES_EXPORT const SearchScope VisibleScope;
+
+/// What kind of entry a folder of this base name is.
+///
+/// Letter case counts: `Private` is not the private folder. Never `PathEntryType::Auxiliary`. O(1).
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT PathEntryType GetPathEntryTypeFromBaseName(const std::u16string& baseName);
+
+/// The target that looks for `name`: an extension written in the name wins over the list.
+///
+/// A name without extension borrows both arguments, which the caller keeps alive and unchanged as long as the target is
+/// used. Otherwise, and when the list is empty, the target owns its parts: `foo.src` looks for `foo` with `.src` only,
+/// `foo.` for `foo` with a lone dot; with an empty list, `foo` and `a.b/c` look for exactly that, and `.hidden` for an
+/// empty base name with `.hidden`.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT detail::SearchTarget CreateSearchTargetWithExtensionInFilenamePreferred(
+    const std::u16string& name, const std::vector<std::u16string>& extensions);
+
+/// The file that `target` means on the whole path.
+///
+/// A plain name is looked for in the main entries and in the class folders of that name; the class folder's file wins
+/// only when its entry stands before the main one's. Class folders are always selected by native comparison, whatever
+/// the policy. A base name with a separator is looked for in every visible kind of entry, as it is.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT boost::optional<FoundItem> FindFirstFileVisibleOnPath(
+    const IPath& path, const detail::SearchTarget& target, FilenameMatchingPolicy policy);
+
+/// The file that `target` means to code that lives in `folder`.
+///
+/// Precedence: the folder's private subfolder, then class folders of the name, then the main entries. Unlike on the
+/// whole path, a class folder's file always wins over a plain one. A folder that is not on the path contributes nothing
+/// of its own. A base name with a separator is looked for as on the whole path.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
+    const IPath& path, const foundation::storage::vfs::AbsoluteIRI& folder, const detail::SearchTarget& target,
+    FilenameMatchingPolicy policy);
+
+/// The same for the folder's location as the handle was given it, not its canonical one.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
+    const IPath& path, const foundation::storage::vfs::Folder& folder, const detail::SearchTarget& target,
+    FilenameMatchingPolicy policy);
+
+/// Whether the folder names in `partial` name a place inside the folder of `entry`, compared from the end.
+///
+/// A name matches a folder under the entry's comparator for `policy`; the '@' or '+' of a folder may be left out.
+/// Enclosing class, private and resources folders may be left out, but every package folder up to the first plain
+/// folder must be named. An empty comparator throws `std::bad_function_call` when a name is compared. O(n) in the
+/// length of the folder's text.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
+    const detail::AnyRangeAdapter<std::u16string, boost::bidirectional_traversal_tag>& partial,
+    std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);
+
+}  // namespace Quorvex::PathManagement
