@@ -1,0 +1,105 @@
+// An immutable snapshot of one real folder as an entry of a search path: its files, and its special subfolders as
+// method entries in depth.
+//
+// Reading a folder is the only time storage is touched; afterwards every operation is const and safe from any thread.
+// An entry does not know its parent, since versions of a path share entries; the path does.
+#pragma once
+
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <memory>
+#include <search_path_environment/export.hpp>
+#include <search_path_environment/path_problem.hpp>
+#include <search_path_interfaces/path_entry.hpp>
+#include <string>
+#include <vector>
+
+namespace Quorvex::PathEnvironment {
+
+class FolderNames;
+
+/// The special subfolders directly below a folder.
+struct SpecialSubfolders {
+  std::shared_ptr<const class FolderEntry> privateEntry;
+  std::shared_ptr<const FolderEntry> resources;
+  std::vector<std::shared_ptr<const FolderEntry>> classes;   ///< sorted by name
+  std::vector<std::shared_ptr<const FolderEntry>> packages;  ///< sorted by name
+};
+
+class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::IPathEntry,
+                                                         public std::enable_shared_from_this<FolderEntry> {
+ public:
+  using EntryPtr = std::shared_ptr<const PathManagement::IPathEntry>;
+  using EntryGroup = std::shared_ptr<const std::vector<EntryPtr>>;
+  using Items = std::vector<std::shared_ptr<const PathManagement::PathItem>>;
+
+  /// What was found when the folder was read.
+  struct Contents {
+    foundation::storage::vfs::AbsoluteIRI location;           ///< as it was spelled on the path
+    foundation::storage::vfs::AbsoluteIRI canonicalLocation;  ///< links resolved
+    PathManagement::PathEntryType kind;
+    bool comparesNamesExactly;          ///< how the storage compares names in this folder
+    std::vector<std::u16string> files;  ///< full file names, in any order
+    SpecialSubfolders subfolders;
+    std::vector<PathProblem> problems;  ///< of this folder alone
+  };
+
+  [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents);
+  ~FolderEntry() override;
+
+  [[nodiscard]] PathManagement::PathEntryType GetEntryType() const override;
+
+  /// Sorted by full file name, code unit by code unit. Made on demand and shared only as long as somebody holds it.
+  /// O(items).
+  [[nodiscard]] std::shared_ptr<const Items> GetItems() const override;
+
+  [[nodiscard]] foundation::storage::vfs::AbsoluteIRI GetAbsoluteIRI() const override;
+  [[nodiscard]] EntryPtr GetPrivateEntry() const override;
+
+  /// The resources subfolder.
+  [[nodiscard]] EntryPtr GetSecondSingleEntry() const override;
+
+  /// Class folders, package folders, and auxiliary folders (a folder on disk has none), each sorted by name.
+  [[nodiscard]] EntryGroup GetFirstEntryGroup() const override;
+  [[nodiscard]] EntryGroup GetSecondEntryGroup() const override;
+  [[nodiscard]] EntryGroup GetThirdEntryGroup() const override;
+
+  /// The item whose full name is the target's base name followed by one of its extensions, however the two are cut. The
+  /// extension that stands first in the list wins; within one extension an exact match wins over one in another letter
+  /// case, then the first in name order. An empty base name matches nothing. O(extensions x log items).
+  [[nodiscard]] std::shared_ptr<const PathManagement::PathItem> FindFirst(
+      const PathManagement::detail::SearchTarget& target, PathManagement::FilenameMatchingPolicy policy) const override;
+
+  /// Every matching item once: by extension in the target's order, then by name.
+  [[nodiscard]] Items FindAll(const PathManagement::detail::SearchTarget& target,
+                              PathManagement::FilenameMatchingPolicy policy) const;
+
+  /// Order: the entry, private, resources, classes, packages; each followed in depth by its own.
+  bool ForEachEntryInScope(PathManagement::SearchScope scope,
+                           const PathManagement::PathEntryCallback& callback) const override;
+
+  [[nodiscard]] std::shared_ptr<const PathManagement::FilenameComparator> GetFilenameComparator(
+      PathManagement::FilenameMatchingPolicy policy) const override;
+
+  /// Where the folder really was when it was read, links resolved.
+  [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetCanonicalLocation() const noexcept;
+
+  /// Whether `policy` tells letter cases apart in this folder.
+  [[nodiscard]] bool ComparesExactly(PathManagement::FilenameMatchingPolicy policy) const noexcept;
+
+  /// What went wrong while this folder, not those below it, was read; positions are 0.
+  [[nodiscard]] const std::vector<PathProblem>& GetProblems() const noexcept;
+
+  /// The entries directly below this one, in walk order.
+  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetChildren() const noexcept;
+
+  /// The names of this folder's files, in the form that a path's index is made over.
+  [[nodiscard]] const FolderNames& GetNames() const noexcept;
+
+ private:
+  struct State;
+  explicit FolderEntry(std::unique_ptr<const State> state) noexcept;
+
+  std::unique_ptr<const State> state_;
+};
+
+}  // namespace Quorvex::PathEnvironment

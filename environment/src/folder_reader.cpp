@@ -1,0 +1,180 @@
+// Reads a folder and, in depth, the special subfolders that belong to it. What a kind of folder may hold decides what
+// is read: a plain subfolder costs nothing.
+
+#include "folder_reader.hpp"
+
+#include <algorithm>
+#include <foundation/storage/vfs/exception.hpp>
+#include <foundation/storage/vfs/storage_provider.hpp>
+#include <search_path_utilities/lookup.hpp>
+#include <utility>
+
+namespace Quorvex::PathEnvironment {
+
+namespace {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::FileIdentity;
+using foundation::storage::vfs::FileKind;
+using foundation::storage::vfs::FolderListing;
+using foundation::storage::vfs::IStorageProvider;
+using foundation::storage::vfs::ListingProblem;
+using foundation::storage::vfs::StorageSystemReference;
+using PathManagement::PathEntryType;
+using StorageException = foundation::storage::vfs::Exception;
+
+bool MayHold(PathEntryType outer, PathEntryType inner) {
+  const bool isMainOrPackage = outer == PathEntryType::Main || outer == PathEntryType::Package;
+  switch (inner) {
+    case PathEntryType::Package:
+    case PathEntryType::Class:
+      return isMainOrPackage;
+    case PathEntryType::Private:
+    case PathEntryType::Resources:
+      return isMainOrPackage || outer == PathEntryType::Class;
+    default:
+      return false;
+  }
+}
+
+ProblemKind KindOf(const std::error_code& error) {
+  if (error == std::errc::no_such_file_or_directory) return ProblemKind::Missing;
+  if (error == std::errc::not_a_directory) return ProblemKind::NotAFolder;
+  if (error == std::errc::filename_too_long) return ProblemKind::TooDeep;
+  return ProblemKind::Unreadable;
+}
+
+bool IsByName(const std::shared_ptr<const FolderEntry>& left, const std::shared_ptr<const FolderEntry>& right) {
+  return left->GetAbsoluteIRI().getName() < right->GetAbsoluteIRI().getName();
+}
+
+bool IsByLocation(const PathProblem& left, const PathProblem& right) { return left.location < right.location; }
+
+class Reader {
+ public:
+  explicit Reader(const IStorageProvider& provider) : provider_(provider) {}
+
+  // Null for a folder that already stands on its own branch.
+  std::shared_ptr<const FolderEntry> Read(const AbsoluteIRI& location, PathEntryType kind) {
+    FolderEntry::Contents contents{location, location, kind, true, {}, {}, {}};
+    KeepingProblems(contents, [&] { contents.canonicalLocation = provider_.CanonicalLocation(location); });
+
+    bool isLoop = false;
+    if (branch_.size() > kMaximumDepth) {
+      contents.problems.push_back({location, ProblemKind::TooDeep, {}});
+    } else {
+      KeepingProblems(contents, [&] { isLoop = !ReadInto(contents); });
+    }
+    if (isLoop) return nullptr;
+
+    // Storage lists in no order; people and programs want the same report each time.
+    std::stable_sort(contents.problems.begin(), contents.problems.end(), IsByLocation);
+    return FolderEntry::Create(std::move(contents));
+  }
+
+ private:
+  // Stands on the branch of every folder read meanwhile.
+  class BranchStep {
+   public:
+    BranchStep(std::vector<FileIdentity>& branch, const FileIdentity& folder) : branch_(branch) {
+      branch_.push_back(folder);
+    }
+    BranchStep(const BranchStep&) = delete;
+    BranchStep& operator=(const BranchStep&) = delete;
+    ~BranchStep() { branch_.pop_back(); }
+
+   private:
+    std::vector<FileIdentity>& branch_;
+  };
+
+  // What storage refuses in `step` becomes a problem of the folder. Two steps that fail alike have met one problem.
+  template <class Step>
+  static void KeepingProblems(FolderEntry::Contents& contents, const Step& step) {
+    try {
+      step();
+    } catch (const StorageException& exception) {
+      const std::error_code error = exception.GetError();
+      const bool isKnown = std::any_of(
+          contents.problems.begin(), contents.problems.end(),
+          [&](const PathProblem& problem) { return problem.location == contents.location && problem.error == error; });
+      if (!isKnown) contents.problems.push_back({contents.location, KindOf(error), error});
+    }
+  }
+
+  bool ReadInto(FolderEntry::Contents& contents) {
+    const FolderListing listing = provider_.List(contents.location);
+    if (std::find(branch_.begin(), branch_.end(), listing.identity) != branch_.end()) return false;
+
+    KeepingProblems(contents,
+                    [&] { contents.comparesNamesExactly = provider_.ComparesNamesExactly(contents.location); });
+    for (const ListingProblem& problem : listing.problems) {
+      KeepingProblems(contents, [&] {
+        contents.problems.push_back({contents.location.getChild(problem.name), ProblemKind::Unreadable, problem.error});
+      });
+    }
+    ReadEntries(listing, contents);
+    return true;
+  }
+
+  void ReadEntries(const FolderListing& listing, FolderEntry::Contents& contents) {
+    const BranchStep step(branch_, listing.identity);
+    for (const auto& entry : listing.entries) {
+      if (entry.kind == FileKind::File) contents.files.push_back(entry.name);
+      if (entry.kind == FileKind::Folder) {
+        KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name); });
+      }
+    }
+    std::sort(contents.subfolders.classes.begin(), contents.subfolders.classes.end(), IsByName);
+    std::sort(contents.subfolders.packages.begin(), contents.subfolders.packages.end(), IsByName);
+  }
+
+  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name) {
+    const PathEntryType kind = PathManagement::GetPathEntryTypeFromBaseName(name);
+    if (!MayHold(contents.kind, kind)) return;
+
+    const AbsoluteIRI location = contents.location.getChild(name);
+    auto entry = Read(location, kind);
+    if (!entry) {
+      contents.problems.push_back({location, ProblemKind::Loop, {}});
+      return;
+    }
+    Place(std::move(entry), contents.subfolders);
+  }
+
+  static void Place(std::shared_ptr<const FolderEntry> entry, SpecialSubfolders& subfolders) {
+    switch (entry->GetEntryType()) {
+      case PathEntryType::Private:
+        subfolders.privateEntry = std::move(entry);
+        break;
+      case PathEntryType::Resources:
+        subfolders.resources = std::move(entry);
+        break;
+      case PathEntryType::Class:
+        subfolders.classes.push_back(std::move(entry));
+        break;
+      default:
+        subfolders.packages.push_back(std::move(entry));
+    }
+  }
+
+  const IStorageProvider& provider_;
+  std::vector<FileIdentity> branch_;  // of the folders that enclose the one being read
+};
+
+}  // namespace
+
+std::shared_ptr<const FolderEntry> ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage) {
+  try {
+    return Reader(*storage.ProviderFor(folder)).Read(folder, PathEntryType::Main);
+  } catch (const StorageException& exception) {
+    return FolderEntry::Create({folder,
+                                folder,
+                                PathEntryType::Main,
+                                true,
+                                {},
+                                {},
+                                {{folder, KindOf(exception.GetError()), exception.GetError()}}});
+  }
+}
+
+}  // namespace Quorvex::PathEnvironment

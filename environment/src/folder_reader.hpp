@@ -1,0 +1,22 @@
+#pragma once
+
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <memory>
+#include <search_path_environment/folder_entry.hpp>
+
+namespace Quorvex::PathEnvironment {
+
+/// Special subfolders nested deeper than this are not followed.
+inline constexpr std::size_t kMaximumDepth = 128;
+
+/// Reads `folder` as a main entry, with its special subfolders in depth.
+///
+/// Nothing that storage does is thrown: a folder that cannot be read becomes an entry without items that holds the
+/// reason, and a subfolder that leads back to a folder of its own branch is left out and reported by its parent. One
+/// listing a folder.
+[[nodiscard]] std::shared_ptr<const FolderEntry> ReadMainFolder(
+    const foundation::storage::vfs::AbsoluteIRI& folder,
+    const foundation::storage::vfs::StorageSystemReference& storage);
+
+}  // namespace Quorvex::PathEnvironment

@@ -1,0 +1,127 @@
+#include "name_index.hpp"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "made_entry.hpp"
+
+namespace Quorvex::PathEnvironment {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<Ordinal> HoldersOf(const NameIndex& index, std::u16string_view name) {
+  std::vector<Ordinal> holders;
+  index.ForEachHolderOf(name, [&](Ordinal ordinal) {
+    holders.push_back(ordinal);
+    return false;
+  });
+  return holders;
+}
+
+std::vector<Ordinal> ClassFoldersOf(const NameIndex& index, std::u16string_view name) {
+  std::vector<Ordinal> folders;
+  index.ForEachClassFolder(name, [&](Ordinal ordinal) { folders.push_back(ordinal); });
+  return folders;
+}
+
+TEST(NameIndex, GivesTheHoldersOfABaseNameInPathOrder) {
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x", u"g"}).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"g.x"}).Create(),
+                             MadeEntry(u"memory:///c").WithFiles({u"f"}).Create()});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
+
+  EXPECT_THAT(HoldersOf(index, u"f"), ElementsAre(0U, 2U));
+  EXPECT_THAT(HoldersOf(index, u"g"), ElementsAre(0U, 1U));
+  EXPECT_THAT(HoldersOf(index, u"F"), IsEmpty());
+  EXPECT_THAT(HoldersOf(index, u"f.x"), IsEmpty()) << "it is kept under the base name";
+}
+
+TEST(NameIndex, GivesAHolderOnceHoweverManyOfItsFilesShareTheBaseName) {
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x", u"f.y", u"f", u"f."}).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"f.z", u"f.x"}).Create()});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
+
+  EXPECT_THAT(HoldersOf(index, u"f"), ElementsAre(0U, 1U));
+}
+
+TEST(NameIndex, StopsAtTheHolderThatTheVisitorWants) {
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f"}).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"f"}).Create(),
+                             MadeEntry(u"memory:///c").WithFiles({u"f"}).Create()});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
+  std::vector<Ordinal> visited;
+
+  const bool stopped = index.ForEachHolderOf(u"f", [&](Ordinal ordinal) {
+    visited.push_back(ordinal);
+    return ordinal == 1;
+  });
+
+  EXPECT_TRUE(stopped);
+  EXPECT_THAT(visited, ElementsAre(0U, 1U));
+}
+
+TEST(NameIndex, KeepsClassFoldersUnderTheirNameWithoutItsMarkBesideTheFilesOfThatName) {
+  const auto inside = MadeClass(u"memory:///a/@f", {u"f.x", u"other"});
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x"}).WithClass(inside).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"@f"}).Create()});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
+
+  EXPECT_THAT(HoldersOf(index, u"f"), ElementsAre(0U, 1U));
+  EXPECT_THAT(ClassFoldersOf(index, u"f"), ElementsAre(1U));
+  EXPECT_THAT(ClassFoldersOf(index, u"other"), IsEmpty());
+  EXPECT_THAT(ClassFoldersOf(index, u"@f"), IsEmpty()) << "a file of that name is no class folder";
+  EXPECT_THAT(HoldersOf(index, u"@f"), ElementsAre(2U));
+}
+
+TEST(NameIndex, JoinsLetterCasesWhenItsKeysAreFolded) {
+  const auto inside = MadeClass(u"memory:///a/@Stra\u00DFe", {u"FOO.x"});
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"Foo", u"foo.y", u"fOO"}).WithClass(inside).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"foo", u"STRASSE.x"}).Create()});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Folded);
+
+  EXPECT_THAT(HoldersOf(index, u"foO"), ElementsAre(0U, 1U, 2U));
+  EXPECT_THAT(HoldersOf(index, u"strasse"), ElementsAre(2U));
+  EXPECT_THAT(ClassFoldersOf(index, u"strasse"), ElementsAre(1U));
+}
+
+TEST(NameIndex, IsEmptyForAnEmptyPath) {
+  const LocationTable table({});
+  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
+
+  EXPECT_THAT(HoldersOf(index, u"f"), IsEmpty());
+  EXPECT_THAT(ClassFoldersOf(index, u""), IsEmpty());
+}
+
+TEST(NameIndex, FindsEveryNameOfALargePath) {
+  std::vector<FolderEntryPtr> entries;
+  const auto nameOf = [](std::size_t number) {
+    std::u16string name = u"Name";
+    for (const char digit : std::to_string(number)) name.push_back(static_cast<char16_t>(digit));
+    return name;
+  };
+  for (std::size_t folder = 0; folder < 50; ++folder) {
+    std::vector<std::u16string> files;
+    for (std::size_t number = folder; number < folder + 200; ++number) files.push_back(nameOf(number) + u".x");
+    entries.push_back(MadeEntry(u"memory:///" + nameOf(folder)).WithFiles(files).Create());
+  }
+  const LocationTable table(entries);
+  const NameIndex exact(table.GetSlots(), NameIndex::Keys::Exact);
+  const NameIndex folded(table.GetSlots(), NameIndex::Keys::Folded);
+
+  for (std::size_t number = 0; number < 250; ++number) {
+    std::vector<Ordinal> expected;
+    for (std::size_t folder = 0; folder < 50; ++folder) {
+      if (folder <= number && number < folder + 200) expected.push_back(static_cast<Ordinal>(folder));
+    }
+    ASSERT_EQ(HoldersOf(exact, nameOf(number)), expected);
+    ASSERT_EQ(HoldersOf(folded, u"nAmE" + nameOf(number).substr(4)), expected);
+  }
+}
+
+}  // namespace
+}  // namespace Quorvex::PathEnvironment
