@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "exit_status.hpp"
+
+namespace vornixpath {
+
+// All texts are bytes, as the system handed them over.
+
+/// How results are written.
+enum class OutputForm {
+  Lines,         ///< one a line, nothing in it that a terminal would act on
+  NulTerminated  ///< exact bytes, each result ended by a NUL
+};
+
+/// Where the folders of the path come from. The last resort is the environment variable VORNIX_PATH.
+struct PathOptions {
+  std::optional<std::string> text;
+  std::optional<std::string> file;
+};
+
+struct WhichOptions {
+  std::vector<std::string> names;
+  PathOptions path;
+  std::optional<std::string> from;
+  std::string extensions = ".vnx";  ///< separated by commas, each with or without its dot
+  bool all = false;
+  bool ignoreCase = false;
+  bool strict = false;
+  bool json = false;
+  OutputForm form = OutputForm::Lines;
+};
+
+struct SplitOptions {
+  std::string text;
+  OutputForm form = OutputForm::Lines;
+};
+
+struct IriOptions {
+  std::string text;
+  bool back = false;
+  OutputForm form = OutputForm::Lines;
+};
+
+using Command = std::variant<WhichOptions, SplitOptions, IriOptions>;
+
+/// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
+/// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.
+[[nodiscard]] std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace vornixpath

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "command_line.hpp"
+#include "exit_status.hpp"
+
+namespace vornixpath {
+
+// Each command writes its results to standard output and the rest to standard error. UsageError and the exceptions of
+// the layers below pass to the caller.
+
+ExitStatus RunWhich(const WhichOptions& options);
+ExitStatus RunSplit(const SplitOptions& options);
+ExitStatus RunIri(const IriOptions& options);
+
+}  // namespace vornixpath

@@ -1,0 +1,50 @@
+#include <exception>
+#include <fl/filesystem/displayed_text.hpp>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <string>
+#include <vector>
+
+#include "command_line.hpp"
+#include "commands.hpp"
+#include "output.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+namespace {
+
+ExitStatus Run(const WhichOptions& options) { return RunWhich(options); }
+ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
+ExitStatus Run(const IriOptions& options) { return RunIri(options); }
+
+ExitStatus RunArguments(const std::vector<std::string>& arguments) {
+  const auto command = ParseCommandLine(arguments);
+  ExitStatus status = ExitStatus::Yes;
+  if (const ExitStatus* const done = std::get_if<ExitStatus>(&command)) {
+    status = *done;
+  } else {
+    status = std::visit([](const auto& options) { return Run(options); }, std::get<Command>(command));
+  }
+  FinishOutput();
+  return status;
+}
+
+ExitStatus RunSafely(const std::vector<std::string>& arguments) {
+  try {
+    return RunArguments(arguments);
+  } catch (const UsageError& error) {
+    WriteMessage(error.what());
+    WriteMessage("'vornixpath --help' tells what can be asked");
+    return ExitStatus::WrongUsage;
+  } catch (const std::exception& error) {
+    WriteMessage(error.what());
+    return ExitStatus::CouldNotWork;
+  }
+}
+
+}  // namespace
+}  // namespace vornixpath
+
+int main(int argc, char** argv) {
+  return static_cast<int>(vornixpath::RunSafely(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc)));
+}

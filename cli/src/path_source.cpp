@@ -1,0 +1,99 @@
+#include "path_source.hpp"
+
+#include <array>
+#include <cstdlib>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/folder_entry_factory.hpp>
+#include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_utilities/path_editing.hpp>
+#include <span>
+#include <stdexcept>
+
+#include "folder_text.hpp"
+#include "output.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+using fl::filesystem::from_bytes;
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+
+// A file that names folders is small; anything larger is something else.
+constexpr std::size_t kLargestPathFile = std::size_t{64} << 20U;
+
+std::vector<AbsoluteIRI> FoldersFromText(const std::string& bytes) {
+  const std::u16string current = CurrentFolder();
+  std::vector<AbsoluteIRI> folders;
+  for (const std::u16string& folder : Quorvex::PathManagement::SplitVornixPath(from_bytes(bytes))) {
+    folders.push_back(LocationFromPath(folder, current));
+  }
+  return folders;
+}
+
+std::string ContentOf(const AbsoluteIRI& file) {
+  const auto reader = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file)->OpenForReading(file);
+  std::string content;
+  std::array<char, 65536> buffer;
+  while (const std::size_t count = reader->Read(std::as_writable_bytes(std::span(buffer)))) {
+    content.append(buffer.data(), count);
+    if (content.size() > kLargestPathFile) throw std::runtime_error("it is too large to be a list of folders");
+  }
+  return content;
+}
+
+std::vector<std::string> LinesOf(const std::string& content) {
+  std::vector<std::string> lines;
+  for (std::size_t begin = 0; begin < content.size();) {
+    const std::size_t end = std::min(content.find('\n', begin), content.size());
+    lines.push_back(content.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return lines;
+}
+
+std::vector<AbsoluteIRI> FoldersFromLines(const std::vector<std::string>& lines, const AbsoluteIRI& file) {
+  const std::u16string base = Quorvex::PathManagement::GetStringFromIRI(file.getParent());
+  std::vector<AbsoluteIRI> folders;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i].empty()) continue;
+    try {
+      folders.push_back(LocationFromText(from_bytes(lines[i]), base));
+    } catch (const foundation::storage::vfs::Exception& exception) {
+      throw std::runtime_error("line " + std::to_string(i + 1) + ": " + exception.what());
+    }
+  }
+  return folders;
+}
+
+std::vector<AbsoluteIRI> FoldersFromFile(const std::string& name) {
+  try {
+    const AbsoluteIRI file = LocationFromText(from_bytes(name), CurrentFolder());
+    return FoldersFromLines(LinesOf(ContentOf(file)), file);
+  } catch (const std::exception& exception) {
+    throw std::runtime_error("cannot use the path file " + Quoted(from_bytes(name)) + ": " + exception.what());
+  }
+}
+
+std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
+  if (options.file) return FoldersFromFile(*options.file);
+  if (options.text) return FoldersFromText(*options.text);
+
+  const char* const variable = std::getenv("VORNIX_PATH");
+  if (variable != nullptr && *variable != '\0') return FoldersFromText(variable);
+  throw UsageError("there is no path to search: give --path, --path-file, or set VORNIX_PATH");
+}
+
+}  // namespace
+
+std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> LoadPath(const PathOptions& options) {
+  const Quorvex::PathEnvironment::FolderEntryFactory entries(VornixStorageSystem::GetStorageSystemReference());
+  return Quorvex::PathEnvironment::FolderPathFactory().CreateFolderPath(FoldersFor(options), entries);
+}
+
+}  // namespace vornixpath
