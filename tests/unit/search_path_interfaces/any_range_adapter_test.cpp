@@ -8,6 +8,7 @@
 #include <search_path_interfaces/any_range_adapter.hpp>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Quorvex::PathManagement::detail {
@@ -114,6 +115,36 @@ TEST(AnyRangeAdapter, RefusesASourceThatIsAboutToVanish) {
   EXPECT_FALSE((std::is_constructible_v<ForwardTexts, Texts>));
   EXPECT_FALSE((std::is_constructible_v<ForwardTexts, const Texts>));
   EXPECT_FALSE((std::is_constructible_v<ForwardTexts, std::list<Text>&&>));
+}
+
+TEST(AnyRangeAdapter, RefusesAViewThatMakesItsValuesAsItGoes) {
+  const auto made = [](const Text& text) { return text + u"!"; };
+  const auto referred = [](const Text& text) -> const Text& { return text; };
+  using Making = decltype(std::declval<const Texts&>() | ranges::views::transform(made));
+  using Referring = decltype(std::declval<const Texts&>() | ranges::views::transform(referred));
+
+  static_assert(!std::is_constructible_v<ForwardTexts, Making&>);
+  static_assert(!std::is_constructible_v<ForwardTexts, const Making&>);
+  static_assert(!std::is_constructible_v<BidirectionalTexts, Making&>);
+  static_assert(std::is_constructible_v<ForwardTexts, Referring&>, "it is the making that is refused, not the view");
+
+  const Texts texts = {u"a", u"b"};
+  auto view = texts | ranges::views::transform(referred);
+  EXPECT_EQ(&*ForwardTexts(view).begin(), &texts.front());
+}
+
+TEST(AnyRangeAdapter, RefusesElementsOfAnotherType) {
+  static_assert(!std::is_constructible_v<ForwardTexts, std::vector<std::string>&>);
+  static_assert(!std::is_constructible_v<ForwardTexts, std::vector<int>&>);
+  static_assert(!std::is_constructible_v<ForwardTexts, std::vector<Texts>&>);
+  static_assert(!std::is_constructible_v<ForwardTexts, Text&>, "a text is a range of characters");
+  static_assert(!std::is_constructible_v<ForwardTexts, int&>);
+
+  // A conversion would make a text that nothing holds.
+  static_assert(!std::is_constructible_v<ForwardTexts, std::vector<const char16_t*>&>);
+  static_assert(!std::is_constructible_v<BidirectionalTexts, std::list<const char16_t*>&>);
+
+  static_assert(std::is_constructible_v<AnyRangeAdapter<int>, std::vector<int>&>);
 }
 
 }  // namespace
