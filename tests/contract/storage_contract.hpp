@@ -10,11 +10,12 @@
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <support/run_together.hpp>
+#include <support/storage_matchers.hpp>
 #include <thread>
-#include <unit/platform/storage_matchers.hpp>
 #include <utility>
 #include <vector>
 
@@ -35,7 +36,12 @@ class StorageUnderTest {
   virtual void AddLink(const std::u16string& name, const std::u16string& target) = 0;
 };
 
-using StorageMaker = std::function<std::unique_ptr<StorageUnderTest>()>;
+struct StorageMaker {
+  std::function<std::unique_ptr<StorageUnderTest>()> make;
+
+  // The name of the instantiation tells which storage it is.
+  friend void PrintTo(const StorageMaker& /*maker*/, std::ostream* out) { *out << "a new one"; }
+};
 
 class StorageContract : public testing::TestWithParam<StorageMaker> {
  protected:
@@ -72,7 +78,7 @@ class StorageContract : public testing::TestWithParam<StorageMaker> {
   void AddLink(const std::u16string& name, const std::u16string& target) { storage_->AddLink(name, target); }
 
  private:
-  std::unique_ptr<StorageUnderTest> storage_ = GetParam()();
+  std::unique_ptr<StorageUnderTest> storage_ = GetParam().make();
 };
 
 using testing::IsEmpty;

@@ -63,7 +63,7 @@ class Through final : public StorageUnderTest {
 
 template <class Kind>
 auto Only() {
-  return testing::Values(StorageMaker([] { return std::make_unique<Kind>(); }));
+  return testing::Values(StorageMaker{[] { return std::make_unique<Kind>(); }});
 }
 
 using CasefulMemory = InMemory<NameComparison::Exact>;

@@ -5,7 +5,7 @@
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <string>
-#include <unit/platform/storage_matchers.hpp>
+#include <support/storage_matchers.hpp>
 
 namespace Quorvex::PathManagement {
 namespace {

@@ -9,7 +9,7 @@
 #include <optional>
 #include <search_path_utilities/path_editing.hpp>
 #include <string>
-#include <unit/platform/random_text.hpp>
+#include <support/random_text.hpp>
 
 namespace Quorvex::PathManagement {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <search_path_utilities/path_editing.hpp>
 #include <string>
-#include <unit/platform/storage_matchers.hpp>
+#include <support/storage_matchers.hpp>
 
 namespace Quorvex::PathManagement {
 namespace {

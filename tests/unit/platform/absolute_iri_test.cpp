@@ -7,12 +7,11 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <optional>
 #include <set>
+#include <support/random_text.hpp>
 #include <support/run_together.hpp>
+#include <support/storage_matchers.hpp>
 #include <type_traits>
 #include <unordered_set>
-
-#include "random_text.hpp"
-#include "storage_matchers.hpp"
 
 namespace foundation::storage::vfs {
 namespace {

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
-
-#include "random_text.hpp"
+#include <support/random_text.hpp>
 
 namespace fl::filesystem {
 namespace {

@@ -8,9 +8,8 @@
 #include <foundation/storage/vfs/file_storage_provider.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <fstream>
+#include <support/storage_matchers.hpp>
 #include <support/temporary_folder.hpp>
-
-#include "storage_matchers.hpp"
 
 namespace foundation::storage::vfs {
 namespace {

@@ -2,8 +2,7 @@
 
 #include <foundation/storage/vfs/folder.hpp>
 #include <foundation/storage/vfs/memory_storage_provider.hpp>
-
-#include "storage_matchers.hpp"
+#include <support/storage_matchers.hpp>
 
 namespace foundation::storage::vfs {
 namespace {

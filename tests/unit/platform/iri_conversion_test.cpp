@@ -2,9 +2,8 @@
 
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
-
-#include "random_text.hpp"
-#include "storage_matchers.hpp"
+#include <support/random_text.hpp>
+#include <support/storage_matchers.hpp>
 
 namespace foundation::storage::vfs {
 namespace {

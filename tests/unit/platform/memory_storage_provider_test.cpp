@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <foundation/storage/vfs/memory_storage_provider.hpp>
-
-#include "storage_matchers.hpp"
+#include <support/storage_matchers.hpp>
 
 namespace foundation::storage::vfs {
 namespace {

@@ -4,8 +4,7 @@
 #include <foundation/storage/vfs/memory_storage_provider.hpp>
 #include <foundation/storage/vfs/ofstream.hpp>
 #include <string>
-
-#include "storage_matchers.hpp"
+#include <support/storage_matchers.hpp>
 
 namespace foundation::storage::vfs {
 namespace {

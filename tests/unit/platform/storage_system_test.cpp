@@ -5,9 +5,8 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <stdexcept>
 #include <support/run_together.hpp>
+#include <support/storage_matchers.hpp>
 #include <utility>
-
-#include "storage_matchers.hpp"
 
 namespace foundation::storage::vfs {
 namespace {

@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <fl/filesystem/text_codec.hpp>
-
-#include "random_text.hpp"
+#include <support/random_text.hpp>
 
 namespace fl::filesystem {
 namespace {

@@ -2,8 +2,7 @@
 
 #include <foundation/storage/utility/url.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
-
-#include "random_text.hpp"
+#include <support/random_text.hpp>
 
 namespace foundation::storage::utility {
 namespace {
