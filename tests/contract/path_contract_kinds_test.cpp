@@ -1,0 +1,143 @@
+// The kinds of paths that keep the contract: one line a kind, at the end.
+
+#include <search_path_utilities/composite_paths.hpp>
+#include <support/fake_path.hpp>
+#include <unit/environment/disk_folder.hpp>
+#include <unit/environment/memory_storage.hpp>
+#include <utility>
+
+#include "path_contract.hpp"
+
+namespace Quorvex::PathManagement::contract {
+namespace {
+
+using PathEnvironment::DiskFolder;
+using PathEnvironment::MemoryStorage;
+using PathEnvironment::NameComparison;
+
+/// Calls `addFolder(path)` and `addFile(path)` for all that `folder`, whose own path text is `path`, holds.
+template <class AddFolder, class AddFile>
+void LayOut(const Folder& folder, const std::u16string& path, const AddFolder& addFolder, const AddFile& addFile) {
+  addFolder(path);
+  for (const std::u16string& file : folder.GetFiles()) addFile(path + u'/' + file);
+  for (const Folder& inner : folder.GetSubfolders()) LayOut(inner, path + u'/' + inner.GetName(), addFolder, addFile);
+}
+
+/// Folders made up on the spot.
+template <bool IgnoresCase>
+class MadeUp {
+ public:
+  explicit MadeUp(const Content& /*content*/) {}
+
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
+    support::APath path;
+    if (IgnoresCase) path.IgnoringCase();
+    for (const Folder& folder : folders) path.With(folder);
+    return path.Build();
+  }
+};
+
+/// Folders read from a tree in memory.
+template <NameComparison Comparison>
+class InMemory {
+ public:
+  explicit InMemory(const Content& content) {
+    for (const Folder& folder : content) {
+      LayOut(
+          folder, folder.GetName(), [this](const std::u16string& path) { storage_.WithFolders({path}); },
+          [this](const std::u16string& path) { storage_.WithFiles({path}); });
+    }
+  }
+
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
+    std::vector<std::u16string> names;
+    for (const Folder& folder : folders) names.push_back(folder.GetName());
+    return storage_.Path(names);
+  }
+
+ private:
+  MemoryStorage storage_{Comparison};
+};
+
+/// Folders read from disk.
+class OnDisk {
+ public:
+  explicit OnDisk(const Content& content) {
+    for (const Folder& folder : content) {
+      LayOut(
+          folder, folder.GetName(), [this](const std::u16string& path) { disk_.AddFolder(BelowRoot(path)); },
+          [this](const std::u16string& path) { disk_.AddFile(BelowRoot(path)); });
+    }
+  }
+
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
+    std::vector<foundation::storage::vfs::AbsoluteIRI> locations;
+    for (const Folder& folder : folders) locations.push_back(disk_.LocationOf(BelowRoot(folder.GetName())));
+    return PathEnvironment::ReadPath(locations);
+  }
+
+ private:
+  static std::string BelowRoot(const std::u16string& path) { return fl::filesystem::to_bytes(path.substr(1)); }
+
+  DiskFolder disk_;
+};
+
+/// `path`, which keeps `folders` as long as it is held itself.
+template <class Folders>
+PathPtr Keeping(const std::shared_ptr<const Folders>& folders, PathPtr path) {
+  const auto both =
+      std::make_shared<const std::pair<std::shared_ptr<const Folders>, PathPtr>>(folders, std::move(path));
+  return PathPtr(both, both->second.get());
+}
+
+/// One path over all folders.
+template <class Folders>
+PathPtr Leaf(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(content);
+  return Keeping(folders, folders->PathOver(content));
+}
+
+/// A path for each folder, and one without any after each, joined.
+template <class Folders>
+PathPtr Concatenated(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(content);
+  std::vector<PathPtr> components;
+  for (const Folder& folder : content) {
+    components.push_back(folders->PathOver({folder}));
+    components.push_back(folders->PathOver({}));
+  }
+  return Keeping<Folders>(folders, std::make_shared<const ConcatenatedPath>(std::move(components)));
+}
+
+/// The first folder's path and a joined one of all others, joined.
+template <class Folders>
+PathPtr ConcatenatedTwice(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(content);
+  const auto middle = content.begin() + (content.empty() ? 0 : 1);
+  const auto rest = std::make_shared<const ConcatenatedPath>(folders->PathOver({}),
+                                                             folders->PathOver(Content(middle, content.end())));
+  return Keeping<Folders>(
+      folders, std::make_shared<const ConcatenatedPath>(folders->PathOver(Content(content.begin(), middle)), rest));
+}
+
+using Fake = MadeUp<false>;
+using CaselessFake = MadeUp<true>;
+using Memory = InMemory<NameComparison::Exact>;
+using CaselessMemory = InMemory<NameComparison::IgnoreCase>;
+
+INSTANTIATE_TEST_SUITE_P(EachKind, PathContract,
+                         testing::Values(                                                        //
+                             PathKind{"Fake", Leaf<Fake>},                                       //
+                             PathKind{"CaselessFake", Leaf<CaselessFake>},                       //
+                             PathKind{"FolderPathInMemory", Leaf<Memory>},                       //
+                             PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},       //
+                             PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                         //
+                             PathKind{"ConcatenatedFakes", Concatenated<Fake>},                  //
+                             PathKind{"ConcatenatedFolderPathsInMemory", Concatenated<Memory>},  //
+                             PathKind{"ConcatenatedFolderPathsOnDisk", Concatenated<OnDisk>},    //
+                             PathKind{"TwiceConcatenatedFakes", ConcatenatedTwice<Fake>},        //
+                             PathKind{"TwiceConcatenatedFolderPaths", ConcatenatedTwice<CaselessMemory>}),
+                         [](const testing::TestParamInfo<PathKind>& kind) { return kind.param.name; });
+
+}  // namespace
+}  // namespace Quorvex::PathManagement::contract
