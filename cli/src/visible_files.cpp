@@ -45,14 +45,7 @@ std::vector<FoundItem> FilesInClassFolders(const Standpoint& standpoint, const S
   return files;
 }
 
-}  // namespace
-
-boost::optional<FoundItem> FindVisibleFile(const Standpoint& standpoint, const SearchTarget& target) {
-  if (!standpoint.folder) return FindFirstFileVisibleOnPath(standpoint.path, target, standpoint.policy);
-  return FindFirstFileVisibleFromFolder(standpoint.path, *standpoint.folder, target, standpoint.policy);
-}
-
-std::vector<FoundItem> FindAllFiles(const Standpoint& standpoint, const SearchTarget& target) {
+std::vector<FoundItem> FilesInOrderOfPrecedence(const Standpoint& standpoint, const SearchTarget& target) {
   if (IsPartialPathname(target)) return standpoint.path.FindAllInScope(VisibleScope, target, standpoint.policy);
 
   const std::vector<FoundItem> inClassFolders = FilesInClassFolders(standpoint, target);
@@ -70,6 +63,24 @@ std::vector<FoundItem> FindAllFiles(const Standpoint& standpoint, const SearchTa
              std::back_inserter(files), [&](const FoundItem& left, const FoundItem& right) {
                return standpoint.path.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(), *right.GetPathEntry());
              });
+  return files;
+}
+
+}  // namespace
+
+boost::optional<FoundItem> FindVisibleFile(const Standpoint& standpoint, const SearchTarget& target) {
+  if (!standpoint.folder) return FindFirstFileVisibleOnPath(standpoint.path, target, standpoint.policy);
+  return FindFirstFileVisibleFromFolder(standpoint.path, *standpoint.folder, target, standpoint.policy);
+}
+
+std::vector<FoundItem> FindAllFiles(const Standpoint& standpoint, const SearchTarget& target) {
+  std::vector<FoundItem> files = FilesInOrderOfPrecedence(standpoint, target);
+
+  // Among names of one folder that differ in letter case only, the list goes by name, but the exact one wins.
+  if (const auto winner = FindVisibleFile(standpoint, target)) {
+    const auto place = std::find(files.begin(), files.end(), *winner);
+    if (place != files.end()) std::rotate(files.begin(), place, std::next(place));
+  }
   return files;
 }
 
