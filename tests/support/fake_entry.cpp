@@ -107,27 +107,38 @@ FakeEntry::EntryGroup FakeEntry::GetFirstEntryGroup() const { return GroupOf(cla
 FakeEntry::EntryGroup FakeEntry::GetSecondEntryGroup() const { return GroupOf(packages_); }
 FakeEntry::EntryGroup FakeEntry::GetThirdEntryGroup() const { return GroupOf(auxiliary_); }
 
+// The items whose full name is wanted, in name order.
+template <class IsWanted>
+FakeEntry::Items FakeEntry::ItemsWhere(const IsWanted& isWanted) const {
+  Items wanted;
+  for (const auto& item : items_) {
+    if (isWanted(item->baseName + item->extension)) wanted.push_back(item);
+  }
+  return wanted;
+}
+
 std::shared_ptr<const PathItem> FakeEntry::FindFirst(const detail::SearchTarget& target,
                                                      FilenameMatchingPolicy policy) const {
   Note({.operation = "FindFirst", .policy = policy, .target = &target});
-  const Items found = FindAll(target, policy);
-  return found.empty() ? nullptr : found.front();
+  if (target.GetBaseName().empty()) return nullptr;
+  for (const std::u16string& extension : target.GetExtensions()) {
+    const std::u16string wanted = target.GetBaseName() + extension;
+    const auto exact = ItemsWhere([&](const std::u16string& name) { return name == wanted; });
+    if (!exact.empty()) return exact.front();
+    const auto alike = ItemsWhere([&](const std::u16string& name) { return AreSame(wanted, name, policy); });
+    if (!alike.empty()) return alike.front();
+  }
+  return nullptr;
 }
 
 FakeEntry::Items FakeEntry::FindAll(const detail::SearchTarget& target, FilenameMatchingPolicy policy) const {
   Items found;
-  const auto addIf = [&](const auto& isWanted) {
-    for (const auto& item : items_) {
-      const bool isNew = std::find(found.begin(), found.end(), item) == found.end();
-      if (isNew && isWanted(item->baseName + item->extension)) found.push_back(item);
-    }
-  };
-
   if (target.GetBaseName().empty()) return found;
   for (const std::u16string& extension : target.GetExtensions()) {
     const std::u16string wanted = target.GetBaseName() + extension;
-    addIf([&](const std::u16string& name) { return name == wanted; });
-    addIf([&](const std::u16string& name) { return AreSame(wanted, name, policy); });
+    for (const auto& item : ItemsWhere([&](const std::u16string& name) { return AreSame(wanted, name, policy); })) {
+      if (std::find(found.begin(), found.end(), item) == found.end()) found.push_back(item);
+    }
   }
   return found;
 }

@@ -48,7 +48,7 @@ class FakeEntry final : public IPathEntry, public std::enable_shared_from_this<F
   [[nodiscard]] std::shared_ptr<const FilenameComparator> GetFilenameComparator(
       FilenameMatchingPolicy policy) const override;
 
-  /// Every matching item once: by extension in the target's order, then by name; an exact match before others.
+  /// Every matching item once: by extension in the target's order, then by name.
   [[nodiscard]] Items FindAll(const detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
 
   /// What the entry's own comparator says, without telling the log.
@@ -62,6 +62,8 @@ class FakeEntry final : public IPathEntry, public std::enable_shared_from_this<F
   FakeEntry(const foundation::storage::vfs::AbsoluteIRI& location, PathEntryType kind, const Folder& folder,
             FakeBehaviour behaviour);
   void AddSubfolder(PathEntryType kind, const Folder& folder);
+  template <class IsWanted>
+  [[nodiscard]] Items ItemsWhere(const IsWanted& isWanted) const;
   void Note(Call call) const;
 
   using Children = std::vector<std::shared_ptr<const FakeEntry>>;
