@@ -19,6 +19,7 @@ namespace Quorvex::PathManagement {
 /// name; nothing can be quoted, and an identifier is split like any other text. Repeats are kept.
 ///
 /// Throws only std::bad_alloc. O(n) in code units.
+///
 ///     u"a;;b;" gives { u"a", u"b" }
 [[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT std::vector<std::u16string> SplitVornixPath(const std::u16string& text);
 
@@ -26,7 +27,7 @@ namespace Quorvex::PathManagement {
 ///
 /// An identifier is brought into normal form; a path becomes a `file` identifier by text alone. It is not made
 /// absolute: a relative path gives an identifier that no storage accepts. Throws the storage layer's `Exception`, which
-/// quotes the text, for a malformed identifier, and for a path that holds a NUL or stands for no bytes.
+/// quotes the culprit, for a malformed identifier, and for a path that holds a NUL or stands for no bytes.
 [[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT foundation::storage::vfs::AbsoluteIRI GetIRIFromString(
     const std::u16string& text);
 
