@@ -8,6 +8,7 @@
 #include <boost/optional/optional.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <foundation/storage/vfs/folder.hpp>
+#include <functional>
 #include <memory>
 #include <search_path_interfaces/any_range_adapter.hpp>
 #include <search_path_interfaces/path.hpp>
@@ -59,14 +60,40 @@ extern SEARCH_PATH_UTILITIES_EXPORT const SearchScope VisibleScope;
     const IPath& path, const foundation::storage::vfs::Folder& folder, const detail::SearchTarget& target,
     FilenameMatchingPolicy policy);
 
-/// Whether the folder names in `partial` name a place inside the folder of `entry`, compared from the end.
+/// A partial pathname: the last few folders of a place, the file's own name left out. Names are compared from the end,
+/// so it can be read in both directions.
+using PartialPathname = detail::AnyRangeAdapter<std::u16string, boost::bidirectional_traversal_tag>;
+
+/// Whether `partial` leniently names a place inside the folder of `entry`.
 ///
 /// A name matches a folder under the entry's comparator for `policy`; the '@' or '+' of a folder may be left out.
 /// Enclosing class, private and resources folders may be left out, but every package folder up to the first plain
 /// folder must be named. An empty comparator throws `std::bad_function_call` when a name is compared. O(n) in the
 /// length of the folder's text.
 [[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
-    const detail::AnyRangeAdapter<std::u16string, boost::bidirectional_traversal_tag>& partial,
-    std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);
+    const PartialPathname& partial, std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);
+
+/// Whether `partial` leniently names a place inside the folder of `entry`, following its parents on `path`.
+///
+/// Each name is compared with the folder of one entry, from `entry` outwards, and once all are used up no entry that is
+/// left, up to the main one, may be a package. Where the names go beyond the main entry, they must equal the folders of
+/// its location under the comparator alone, from its own name on, and what encloses them does not matter: this differs
+/// from the form without a path.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
+    const IPath& path, const PartialPathname& partial, std::shared_ptr<const IPathEntry> entry,
+    const FilenameMatchingPolicy& policy);
+
+/// Whether `partial` strictly names the folder that `pathString` gives.
+///
+/// The names of packages, classes and the private folder are compared exactly; a package's with its '+', a class's with
+/// or without its '@'. `comparator(name in partial, folder)` decides about every other. What encloses the named folders
+/// must be a plain folder or nothing. An empty comparator throws `std::bad_function_call` when it is needed. O(n).
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool DoesPartialPathnameStrictlyMatchPathString(
+    const PartialPathname& partial, const std::u16string& pathString,
+    const std::function<bool(const std::u16string&, const std::u16string&)>& comparator);
+
+/// The same for the folder of `entry`, under its comparator for `policy`.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool DoesPartialPathnameStrictlyMatchPathEntryIRI(
+    const PartialPathname& partial, const IPathEntry& entry, const FilenameMatchingPolicy& policy);
 
 }  // namespace Quorvex::PathManagement

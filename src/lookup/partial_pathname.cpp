@@ -1,27 +1,59 @@
-// Matching a partial pathname, folder names only, against the folder of an entry: from the end, name by name.
+// Matching a partial pathname, folder names only, against a folder: from the end, name by name.
 
 #include <boost/container/small_vector.hpp>
 #include <editing/split_at_any_of.hpp>
-#include <functional>
+#include <iterator>
 #include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
 #include <search_path_utilities/path_editing.hpp>
+#include <utility>
 
 namespace Quorvex::PathManagement {
 
 namespace {
 
+using EntryPtr = std::shared_ptr<const IPathEntry>;
+using Names = PartialPathname::iterator;
+
 // Inline room for the depth of common folders, so that the list itself costs no allocation.
 using Components = boost::container::small_vector<std::u16string, 8>;
 
-Components ComponentsOf(const IPathEntry& entry) {
-  return detail::SplitAtAnyOf<Components>(GetStringFromIRI(entry.GetAbsoluteIRI()), Constants::PathnameSeparatorStr);
+Components ComponentsOf(const std::u16string& text) {
+  return detail::SplitAtAnyOf<Components>(text, Constants::PathnameSeparatorStr);
+}
+
+// An entry without a comparator fails as one with an empty comparator does: when a name is compared.
+const FilenameComparator& OrEmpty(const std::shared_ptr<const FilenameComparator>& comparator) {
+  static const FilenameComparator empty;
+  return comparator ? *comparator : empty;
 }
 
 bool MatchesLeniently(const std::u16string& wanted, const std::u16string& folder, const FilenameComparator& matches) {
   if (matches(wanted, folder)) return true;
   const bool isMarked = !folder.empty() && (folder.front() == u'@' || folder.front() == u'+');
   return isMarked && matches(wanted, folder.substr(1));
+}
+
+bool MatchesStrictly(const std::u16string& wanted, const std::u16string& folder, const FilenameComparator& matches) {
+  if (folder.starts_with(u'+')) return wanted == folder;
+  if (folder.starts_with(u'@')) return wanted == (wanted.starts_with(u'@') ? folder : folder.substr(1));
+  if (folder == Constants::PrivateFolderStr) return wanted == folder;
+  return matches(wanted, folder);
+}
+
+// How far a comparison from the end came: to the first pair that differs, or to where either side begins.
+struct Progress {
+  bool isPartialUsedUp;
+  Components::const_reverse_iterator folder;  // the innermost one that was not matched
+};
+
+template <class IsMatch>
+Progress CompareFromTheEnd(const Names& first, Names last, const Components& folders, const IsMatch& isMatch) {
+  auto folder = folders.rbegin();
+  for (; folder != folders.rend() && last != first; ++folder) {
+    if (!isMatch(*--last, *folder)) return {false, folder};
+  }
+  return {last == first, folder};
 }
 
 // Whether the enclosing folders, from the innermost outwards, may go unnamed: no package before the first plain folder.
@@ -35,23 +67,69 @@ bool MayGoUnnamed(Iterator folder, const Iterator& end) {
   return true;
 }
 
+bool IsOutsideAnyPackage(const IPath& path, EntryPtr entry) {
+  for (; entry; entry = path.GetParentEntryForEntry(*entry)) {
+    if (entry->GetEntryType() == PathEntryType::Package) return false;
+  }
+  return true;
+}
+
+// Whether the names end the location of a main entry. Unlike elsewhere, the folder comes first in a comparison.
+bool EndLocationOf(const IPathEntry& mainEntry, const Names& first, const Names& last,
+                   const FilenameComparator& matches) {
+  const Components folders = ComponentsOf(mainEntry.GetAbsoluteIRI().getPath());
+  const auto isMatch = [&](const auto& wanted, const auto& folder) { return matches(folder, wanted); };
+  return CompareFromTheEnd(first, last, folders, isMatch).isPartialUsedUp;
+}
+
 }  // namespace
 
 bool DoesPartialPathnameMatchPathEntryIRI(
-    const detail::AnyRangeAdapter<std::u16string, boost::bidirectional_traversal_tag>& partial,
     // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is the contract
-    std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy) {
-  const Components folders = ComponentsOf(*entry);
+    const PartialPathname& partial, std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy) {
+  const Components folders = ComponentsOf(GetStringFromIRI(entry->GetAbsoluteIRI()));
   const auto comparator = entry->GetFilenameComparator(policy);
-  const FilenameComparator none;
-  const FilenameComparator& matches = comparator ? *comparator : none;
 
-  auto folder = folders.rbegin();
-  auto wanted = partial.end();
-  while (folder != folders.rend() && wanted != partial.begin()) {
-    if (!MatchesLeniently(*--wanted, *folder++, matches)) return false;
+  const auto isMatch = [&](const auto& wanted, const auto& folder) {
+    return MatchesLeniently(wanted, folder, OrEmpty(comparator));
+  };
+  const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
+  return progress.isPartialUsedUp && MayGoUnnamed(progress.folder, folders.rend());
+}
+
+bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path, const PartialPathname& partial,
+                                          std::shared_ptr<const IPathEntry> entry,
+                                          const FilenameMatchingPolicy& policy) {
+  const Names first = partial.begin();
+  for (Names last = partial.end(); last != first; --last) {
+    const auto comparator = entry->GetFilenameComparator(policy);
+    if (!MatchesLeniently(*std::prev(last), entry->GetAbsoluteIRI().getName(), OrEmpty(comparator))) return false;
+
+    // Beyond the main entry there is its location alone. The name just matched is compared again: here its mark counts.
+    EntryPtr parent = path.GetParentEntryForEntry(*entry);
+    if (!parent) return EndLocationOf(*entry, first, last, OrEmpty(comparator));
+    entry = std::move(parent);
   }
-  return wanted == partial.begin() && MayGoUnnamed(folder, folders.rend());
+  return IsOutsideAnyPackage(path, std::move(entry));
+}
+
+bool DoesPartialPathnameStrictlyMatchPathString(
+    const PartialPathname& partial, const std::u16string& pathString,
+    const std::function<bool(const std::u16string&, const std::u16string&)>& comparator) {
+  const Components folders = ComponentsOf(pathString);
+  const auto isMatch = [&](const auto& wanted, const auto& folder) {
+    return MatchesStrictly(wanted, folder, comparator);
+  };
+  const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
+  if (!progress.isPartialUsedUp) return false;
+  return progress.folder == folders.rend() || GetPathEntryTypeFromBaseName(*progress.folder) == PathEntryType::Main;
+}
+
+bool DoesPartialPathnameStrictlyMatchPathEntryIRI(const PartialPathname& partial, const IPathEntry& entry,
+                                                  const FilenameMatchingPolicy& policy) {
+  const auto comparator = entry.GetFilenameComparator(policy);
+  return DoesPartialPathnameStrictlyMatchPathString(partial, GetStringFromIRI(entry.GetAbsoluteIRI()),
+                                                    OrEmpty(comparator));
 }
 
 }  // namespace Quorvex::PathManagement

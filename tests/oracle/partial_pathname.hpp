@@ -51,4 +51,55 @@ inline bool DoesPartialPathnameMatch(Components partial, Components folder, cons
   return DoesPartialPathnameMatch(partial, folder, areSame);
 }
 
+inline bool AreSameStrictly(const std::u16string& wanted, const std::u16string& folder, const Comparison& areSame) {
+  if (folder.starts_with(u'+')) return wanted == folder;
+  if (folder.starts_with(u'@') && wanted.starts_with(u'@')) return wanted == folder;
+  if (folder.starts_with(u'@')) return u"@" + wanted == folder;
+  if (folder == u"private") return wanted == u"private";
+  return areSame(wanted, folder);
+}
+
+inline bool IsPlain(const std::u16string& name) {
+  return !name.starts_with(u'+') && !name.starts_with(u'@') && name != u"private" && name != u"resources";
+}
+
+inline bool DoesPartialPathnameStrictlyMatch(Components partial, Components folder, const Comparison& areSame) {
+  if (partial.empty()) return folder.empty() || IsPlain(folder.back());
+  if (folder.empty()) return false;
+  if (!AreSameStrictly(partial.back(), folder.back(), areSame)) return false;
+  partial.pop_back();
+  folder.pop_back();
+  return DoesPartialPathnameStrictlyMatch(partial, folder, areSame);
+}
+
+/// Whether `folder` ends in `partial`; folders are the first operand of a comparison.
+inline bool EndsIn(Components folder, Components partial, const Comparison& areSame) {
+  if (partial.empty()) return true;
+  if (folder.empty()) return false;
+  if (!areSame(folder.back(), partial.back())) return false;
+  folder.pop_back();
+  partial.pop_back();
+  return EndsIn(folder, partial, areSame);
+}
+
+/// `methodFolders` are the names below the main entry, whose own place is `mainFolder`. A folder of the list is a
+/// package entry when it bears its mark; a main entry never is one.
+inline bool DoesPartialPathnameMatchAlong(Components methodFolders, const Components& mainFolder, Components partial,
+                                          const Comparison& areSame) {
+  if (partial.empty()) {
+    for (const auto& name : methodFolders) {
+      if (name.starts_with(u'+')) return false;
+    }
+    return true;
+  }
+  if (methodFolders.empty()) {
+    if (!AreSameLeniently(partial.back(), mainFolder.empty() ? u"" : mainFolder.back(), areSame)) return false;
+    return EndsIn(mainFolder, partial, areSame);
+  }
+  if (!AreSameLeniently(partial.back(), methodFolders.back(), areSame)) return false;
+  partial.pop_back();
+  methodFolders.pop_back();
+  return DoesPartialPathnameMatchAlong(methodFolders, mainFolder, partial, areSame);
+}
+
 }  // namespace Quorvex::PathManagement::oracle
