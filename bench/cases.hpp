@@ -1,0 +1,17 @@
+#pragma once
+
+namespace bench {
+
+/// The first visible file on paths of 100, 1,000 and 10,000 folders of 100 files, beside one find in a flat map.
+void RegisterLookups();
+
+/// A partial pathname that one entry matches, beside a plain name on the same path.
+void RegisterPartialPathnames();
+
+/// Loading 10,000 real folders of 100 files, index included, beside a bare walk with as many threads.
+void RegisterLoading();
+
+/// Bytes of the heap a file of that path costs.
+void RegisterMemory();
+
+}  // namespace bench

@@ -1,0 +1,35 @@
+// A path of any size over folders in memory, and the questions to ask of it.
+#pragma once
+
+#include <fakes/counting_storage_provider.hpp>
+#include <memory>
+#include <search_path_environment/folder_path.hpp>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+inline constexpr std::size_t kFilesInAFolder = 100;
+
+/// The base name of thirteen characters that stands for `number`.
+[[nodiscard]] std::u16string NameOf(std::size_t number);
+
+/// Folders of 100 files. Nine files of ten bear a name of their own; the tenth shares its name with nine other folders.
+struct MadePath {
+  std::shared_ptr<const foundation::storage::fakes::CountingStorageProvider> storage;
+  std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> path;
+  std::vector<std::u16string> names;      ///< every name once
+  std::vector<std::u16string> shadowing;  ///< the names that several folders offer
+  std::vector<std::u16string> packaged;   ///< of files in a package, whose name is pkg<number of the folder>
+};
+
+/// Made once for each number of folders.
+[[nodiscard]] const MadePath& PathOf(std::size_t folders);
+
+/// The names in random order, the same in each run.
+[[nodiscard]] std::vector<std::u16string> Shuffled(std::vector<std::u16string> names);
+
+/// `count` names that no folder offers.
+[[nodiscard]] std::vector<std::u16string> MissingNames(std::size_t count);
+
+}  // namespace bench
