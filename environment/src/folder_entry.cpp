@@ -40,15 +40,15 @@ std::vector<FolderEntryPtr> InWalkOrder(const SpecialSubfolders& subfolders) {
 }
 
 PathItem ItemAt(const FolderNames& names, std::size_t index, const AbsoluteIRI& folder) {
-  return {std::u16string(names.BaseName(index)), std::u16string(names.Extension(index)), folder};
+  const FolderNames::View& view = names.GetView();
+  return {view.BaseName(index).ToString(), view.Extension(index).ToString(), folder};
 }
 
 }  // namespace
 
 struct FolderEntry::State {
   explicit State(Contents contents)
-      : location(contents.location),
-        canonicalLocation(contents.canonicalLocation),
+      : canonicalLocation(contents.canonicalLocation),
         kind(contents.kind),
         comparesNamesExactly(contents.comparesNamesExactly),
         names(std::move(contents.files)),
@@ -59,7 +59,6 @@ struct FolderEntry::State {
         resources(std::move(contents.subfolders.resources)),
         problems(std::move(contents.problems)) {}
 
-  AbsoluteIRI location;
   AbsoluteIRI canonicalLocation;
   PathEntryType kind;
   bool comparesNamesExactly;
@@ -75,16 +74,19 @@ struct FolderEntry::State {
   mutable std::weak_ptr<const Items> items;
 };
 
-FolderEntry::FolderEntry(std::unique_ptr<const State> state) noexcept : state_(std::move(state)) {}
+FolderEntry::FolderEntry(CreationKey /*key*/, const AbsoluteIRI& location, std::unique_ptr<const State> state) noexcept
+    : location_(location), state_(std::move(state)) {}
 
 FolderEntry::~FolderEntry() = default;
 
 std::shared_ptr<const FolderEntry> FolderEntry::Create(Contents contents) {
-  return std::shared_ptr<const FolderEntry>(new FolderEntry(std::make_unique<const State>(std::move(contents))));
+  const AbsoluteIRI location = contents.location;
+  return std::make_shared<const FolderEntry>(CreationKey(), location,
+                                             std::make_unique<const State>(std::move(contents)));
 }
 
 PathEntryType FolderEntry::GetEntryType() const { return state_->kind; }
-AbsoluteIRI FolderEntry::GetAbsoluteIRI() const { return state_->location; }
+AbsoluteIRI FolderEntry::GetAbsoluteIRI() const { return location_; }
 FolderEntry::EntryPtr FolderEntry::GetPrivateEntry() const { return state_->privateEntry; }
 FolderEntry::EntryPtr FolderEntry::GetSecondSingleEntry() const { return state_->resources; }
 FolderEntry::EntryGroup FolderEntry::GetFirstEntryGroup() const { return state_->classes; }
@@ -103,7 +105,7 @@ std::shared_ptr<const FolderEntry::Items> FolderEntry::GetItems() const {
   const auto block = std::make_shared<std::vector<PathItem>>();
   block->reserve(state_->names.size());
   for (std::size_t index = 0; index < state_->names.size(); ++index) {
-    block->push_back(ItemAt(state_->names, index, state_->location));
+    block->push_back(ItemAt(state_->names, index, location_));
   }
 
   auto items = std::make_shared<Items>();
@@ -119,7 +121,7 @@ std::shared_ptr<const PathItem> FolderEntry::FindFirst(const SearchTarget& targe
   if (baseName.empty()) return nullptr;
 
   const auto make = [this](std::size_t index) {
-    return std::make_shared<const PathItem>(ItemAt(state_->names, index, state_->location));
+    return std::make_shared<const PathItem>(ItemAt(state_->names, index, location_));
   };
   for (const std::u16string& extension : target.GetExtensions()) {
     // An exact match wins over others under every policy.
@@ -150,7 +152,7 @@ FolderEntry::Items FolderEntry::FindAll(const SearchTarget& target, FilenameMatc
   Items items;
   items.reserve(found.size());
   for (const std::size_t index : found) {
-    items.push_back(std::make_shared<const PathItem>(ItemAt(state_->names, index, state_->location)));
+    items.push_back(std::make_shared<const PathItem>(ItemAt(state_->names, index, location_)));
   }
   return items;
 }

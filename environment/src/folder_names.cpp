@@ -1,9 +1,11 @@
 #include "folder_names.hpp"
 
 #include <algorithm>
+#include <cstring>
 #include <fl/filesystem/case_folding.hpp>
 #include <fl/filesystem/path.hpp>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <tuple>
 
@@ -11,22 +13,26 @@ namespace Quorvex::PathEnvironment {
 
 namespace {
 
-// A text that stands in two pieces, such as a base name and its extension.
-struct TwoPieces {
-  std::u16string_view head;
-  std::u16string_view tail;
-};
+// Three-way with `head` followed by `tail`, code unit by code unit.
+int Compare(TextPiece name, std::u16string_view head, std::u16string_view tail) noexcept {
+  if (name.size() <= head.size()) {
+    const int order = name.Compare(head.substr(0, name.size()));
+    const bool isShorter = name.size() < head.size() || !tail.empty();
+    return order != 0 ? order : (isShorter ? -1 : 0);
+  }
+  const int order = name.First(head.size()).Compare(head);
+  return order != 0 ? order : name.After(head.size()).Compare(tail);
+}
 
-// Three-way, code unit by code unit, as if both texts stood in one piece.
-int Compare(TwoPieces left, TwoPieces right) noexcept {
-  if (left.head.size() > right.head.size()) return -Compare(right, left);
+std::uint32_t CheckedCount(std::size_t count, const char* what) {
+  if (count >= std::numeric_limits<std::uint32_t>::max()) {
+    throw std::length_error(std::string("a folder holds more than four billion ") + what);
+  }
+  return static_cast<std::uint32_t>(count);
+}
 
-  // The left head is the shorter one: it meets the beginning of the right head, then the left tail meets what is left
-  // of it.
-  if (const int order = left.head.compare(right.head.substr(0, left.head.size()))) return order;
-  const std::u16string_view rest = right.head.substr(left.head.size());
-  if (const int order = left.tail.substr(0, rest.size()).compare(rest)) return order;
-  return left.tail.substr(rest.size()).compare(right.tail);
+bool IsNarrow(const std::u16string& text) {
+  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x100; });
 }
 
 }  // namespace
@@ -35,38 +41,35 @@ FolderNames::FolderNames(std::vector<std::u16string> fullNames) {
   std::sort(fullNames.begin(), fullNames.end());
   fullNames.erase(std::unique(fullNames.begin(), fullNames.end()), fullNames.end());
 
-  records_.reserve(fullNames.size());
-  ExtensionNumbers known;
-  for (const std::u16string& fullName : fullNames) Add(fullName, known);
-  baseNames_.shrink_to_fit();
-  extensions_.shrink_to_fit();
+  std::size_t length = 0;
+  for (const std::u16string& fullName : fullNames) length += fullName.size();
+  CheckedCount(length, "characters of file names");
+  view_.count_ = CheckedCount(fullNames.size(), "files");
+  view_.isNarrow_ = std::all_of(fullNames.begin(), fullNames.end(), IsNarrow);
+  Pack(fullNames, length);
 }
 
-void FolderNames::Add(const std::u16string& fullName, ExtensionNumbers& known) {
-  const std::u16string extension = fl::filesystem::detail::extract_extension(fullName);
-  const std::size_t baseLength = fullName.size() - extension.size();
-  if (baseNames_.size() + baseLength > std::numeric_limits<std::uint32_t>::max()) {
-    throw std::length_error("a folder holds more than four billion characters of file names");
+void FolderNames::Pack(const std::vector<std::u16string>& fullNames, std::size_t length) {
+  const std::size_t sizeOfRecords = (fullNames.size() + 1) * sizeof(View::Record);
+  blockSize_ = sizeOfRecords + length * (view_.isNarrow_ ? 1 : sizeof(char16_t));
+  block_.reset(new std::byte[blockSize_]);
+  auto* const records = new (block_.get()) View::Record[fullNames.size() + 1];
+  view_.records_ = records;
+
+  std::byte* text = block_.get() + sizeOfRecords;
+  std::uint32_t offset = 0;
+  for (std::size_t i = 0; i < fullNames.size(); ++i) {
+    const std::u16string& name = fullNames[i];
+    records[i] = {offset, static_cast<std::uint32_t>(fl::filesystem::detail::extract_extension(name).size())};
+    offset += static_cast<std::uint32_t>(name.size());
+    if (view_.isNarrow_) {
+      text = std::transform(name.begin(), name.end(), text, [](char16_t unit) { return static_cast<std::byte>(unit); });
+    } else {
+      std::memcpy(text, name.data(), name.size() * sizeof(char16_t));
+      text += name.size() * sizeof(char16_t);
+    }
   }
-
-  records_.push_back({static_cast<std::uint32_t>(baseNames_.size()), static_cast<std::uint32_t>(baseLength),
-                      InternExtension(extension, known)});
-  baseNames_.append(fullName, 0, baseLength);
-}
-
-std::uint32_t FolderNames::InternExtension(const std::u16string& extension, ExtensionNumbers& known) {
-  const auto [place, isNew] = known.emplace(extension, static_cast<std::uint32_t>(extensions_.size()));
-  if (isNew) extensions_.push_back(extension);
-  return place->second;
-}
-
-std::u16string_view FolderNames::BaseName(std::size_t index) const noexcept {
-  const Record& record = records_[index];
-  return std::u16string_view(baseNames_).substr(record.offset, record.baseLength);
-}
-
-std::u16string_view FolderNames::Extension(std::size_t index) const noexcept {
-  return extensions_[records_[index].extension];
+  records[fullNames.size()] = {offset, 0};
 }
 
 std::optional<std::size_t> FolderNames::Find(std::u16string_view head, std::u16string_view tail) const noexcept {
@@ -74,7 +77,7 @@ std::optional<std::size_t> FolderNames::Find(std::u16string_view head, std::u16s
   std::size_t last = size();
   while (first < last) {
     const std::size_t middle = first + (last - first) / 2;
-    const int order = Compare({BaseName(middle), Extension(middle)}, {head, tail});
+    const int order = Compare(view_.FullName(middle), head, tail);
     if (order == 0) return middle;
     if (order < 0) {
       first = middle + 1;
@@ -101,12 +104,18 @@ std::vector<FolderNames::FoldedName> FolderNames::FoldAll() const {
   std::vector<FoldedName> folded;
   folded.reserve(size());
   for (std::size_t index = 0; index < size(); ++index) {
-    folded.push_back({fl::filesystem::fold_case(BaseName(index)) + fl::filesystem::fold_case(Extension(index)), index});
+    folded.push_back({fl::filesystem::fold_case(view_.FullName(index).ToString()), index});
   }
   std::sort(folded.begin(), folded.end(), [](const FoldedName& left, const FoldedName& right) {
     return std::tie(left.text, left.index) < std::tie(right.text, right.index);
   });
   return folded;
+}
+
+bool FolderNames::HoldsTheSameAs(const FolderNames& other) const noexcept {
+  // The same names are packed the same way.
+  return size() == other.size() && view_.isNarrow_ == other.view_.isNarrow_ && blockSize_ == other.blockSize_ &&
+         std::memcmp(block_.get(), other.block_.get(), blockSize_) == 0;
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -1,30 +1,66 @@
 // The names of a folder's files: sorted, packed, and found without a walk.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "lazy.hpp"
+#include "text_piece.hpp"
 
 namespace Quorvex::PathEnvironment {
 
 /// A sorted table of file names, each cut into base name and extension. Immutable, safe from any thread.
 ///
-/// Base names stand one after another in one text, twelve bytes beside each; extensions stand once.
+/// One block: eight bytes for each name, then the names one after another; a byte a code unit where that is enough for
+/// all of them.
 class FolderNames {
  public:
+  /// Reads the table without owning it, so that an index over many folders reaches their names in one step.
+  class View {
+   public:
+    [[nodiscard]] std::size_t size() const noexcept { return count_; }
+    [[nodiscard]] TextPiece FullName(std::size_t index) const noexcept {
+      return Piece(records_[index].offset, records_[index + 1].offset);
+    }
+    [[nodiscard]] TextPiece BaseName(std::size_t index) const noexcept {
+      return Piece(records_[index].offset, records_[index + 1].offset - records_[index].extensionLength);
+    }
+    [[nodiscard]] TextPiece Extension(std::size_t index) const noexcept {
+      return Piece(records_[index + 1].offset - records_[index].extensionLength, records_[index + 1].offset);
+    }
+
+   private:
+    friend class FolderNames;
+
+    // A name ends where the next begins; a last record holds the end of all.
+    struct Record {
+      std::uint32_t offset;
+      std::uint32_t extensionLength;
+    };
+
+    [[nodiscard]] TextPiece Piece(std::uint32_t begin, std::uint32_t end) const noexcept {
+      const void* const text = records_ + count_ + 1;
+      if (isNarrow_) return {static_cast<const unsigned char*>(text) + begin, end - begin};
+      return {static_cast<const char16_t*>(text) + begin, end - begin};
+    }
+
+    const Record* records_ = nullptr;
+    std::uint32_t count_ = 0;
+    bool isNarrow_ = true;
+  };
+
   /// `fullNames` in any order; repeats count once.
   explicit FolderNames(std::vector<std::u16string> fullNames);
 
-  [[nodiscard]] std::size_t size() const noexcept { return records_.size(); }
+  [[nodiscard]] std::size_t size() const noexcept { return view_.size(); }
 
-  /// Views stay valid as long as the table.
-  [[nodiscard]] std::u16string_view BaseName(std::size_t index) const noexcept;
-  [[nodiscard]] std::u16string_view Extension(std::size_t index) const noexcept;
+  /// Valid as long as the table.
+  [[nodiscard]] const View& GetView() const noexcept { return view_; }
 
   /// The name that reads `head` followed by `tail`, wherever it is cut itself. O(log n).
   [[nodiscard]] std::optional<std::size_t> Find(std::u16string_view head, std::u16string_view tail) const noexcept;
@@ -33,26 +69,20 @@ class FolderNames {
   /// n) for the first call, which builds a table of folded names.
   [[nodiscard]] std::vector<std::size_t> FindIgnoringCase(std::u16string_view head, std::u16string_view tail) const;
 
+  [[nodiscard]] bool HoldsTheSameAs(const FolderNames& other) const noexcept;
+
  private:
-  struct Record {
-    std::uint32_t offset;
-    std::uint32_t baseLength;
-    std::uint32_t extension;
-  };
   struct FoldedName {
     std::u16string text;
     std::size_t index;
   };
 
-  using ExtensionNumbers = std::unordered_map<std::u16string, std::uint32_t>;
-
-  void Add(const std::u16string& fullName, ExtensionNumbers& known);
-  [[nodiscard]] std::uint32_t InternExtension(const std::u16string& extension, ExtensionNumbers& known);
+  void Pack(const std::vector<std::u16string>& fullNames, std::size_t length);
   [[nodiscard]] std::vector<FoldedName> FoldAll() const;
 
-  std::u16string baseNames_;
-  std::vector<Record> records_;
-  std::vector<std::u16string> extensions_;
+  std::unique_ptr<std::byte[]> block_;  // NOLINT(modernize-avoid-c-arrays): records and text in one allocation
+  std::size_t blockSize_ = 0;
+  View view_;
   Lazy<std::vector<FoldedName>> folded_;
 };
 

@@ -1,17 +1,18 @@
-// The leaf path. Every lookup goes the same way: the index gives the entries that can hold the name, in path order, and
-// the entries themselves decide.
+// The leaf path: a layer of entries, and perhaps a small one over it with the folders that were replaced since. Every
+// question goes to both; of a replaced folder only the upper one knows.
 
 #include <algorithm>
-#include <fl/filesystem/path.hpp>
-#include <foundation/storage/vfs/exception.hpp>
+#include <fl/filesystem/displayed_text.hpp>
+#include <iterator>
+#include <map>
 #include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/constants.hpp>
-#include <search_path_utilities/lookup.hpp>
+#include <stdexcept>
 #include <utility>
 
+#include "folder_matcher.hpp"
 #include "lazy.hpp"
-#include "location_table.hpp"
-#include "name_index.hpp"
+#include "path_layer.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -27,12 +28,28 @@ using PathManagement::detail::SearchTarget;
 namespace {
 
 using EntryPtr = FolderPath::EntryPtr;
+using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
+using Slot = LocationTable::Slot;
 
-std::vector<std::shared_ptr<const FolderEntry>> EntriesOf(const std::vector<FolderPath::Folder>& folders) {
-  std::vector<std::shared_ptr<const FolderEntry>> entries;
-  entries.reserve(folders.size());
-  for (const auto& folder : folders) entries.push_back(folder.entry);
-  return entries;
+// What was found in a layer, with the position by which layers are merged.
+template <class T>
+struct Placed {
+  Position position;
+  T value;
+};
+
+template <class T>
+std::vector<T> MergedByPosition(std::vector<Placed<T>> base, std::vector<Placed<T>> upper) {
+  std::vector<Placed<T>> placed;
+  placed.reserve(base.size() + upper.size());
+  std::merge(std::move_iterator(base.begin()), std::move_iterator(base.end()), std::move_iterator(upper.begin()),
+             std::move_iterator(upper.end()), std::back_inserter(placed),
+             [](const auto& left, const auto& right) { return left.position < right.position; });
+
+  std::vector<T> merged;
+  merged.reserve(placed.size());
+  for (auto& value : placed) merged.push_back(std::move(value.value));
+  return merged;
 }
 
 void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector<PathProblem>& problems) {
@@ -43,142 +60,132 @@ void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector
   for (const auto& child : entry.GetChildren()) CollectProblems(*child, position, problems);
 }
 
-std::vector<PathProblem> AllProblemsOf(const std::vector<FolderPath::Folder>& folders,
-                                       std::vector<PathProblem> problems) {
-  for (const auto& folder : folders) CollectProblems(*folder.entry, folder.position, problems);
-  std::stable_sort(problems.begin(), problems.end(),
-                   [](const PathProblem& left, const PathProblem& right) { return left.position < right.position; });
-  return problems;
-}
+// A path's own layer takes the replaced folders in when more than one in so many is replaced.
+constexpr std::size_t kShareOfReplacedFolders = 16;
 
-// Which folders a partial pathname names. A text that begins with a separator is a whole path.
-class FolderMatcher {
- public:
-  FolderMatcher(const std::u16string& folders, FilenameMatchingPolicy policy) : policy_(policy) {
-    const bool isWholePath = !folders.empty() && IsSeparator(folders.front());
-    if (isWholePath) {
-      wholePath_ = fl::filesystem::detail::make_native_form(folders, true);
-    } else {
-      components_ = SplitIntoComponents(folders);
-    }
-  }
-
-  bool Matches(const std::shared_ptr<const FolderEntry>& entry) const {
-    if (wholePath_.empty()) return MatchesComponents(entry);
-    return (*entry->GetFilenameComparator(policy_))(wholePath_, entry->GetAbsoluteIRI().getPath());
-  }
-
- private:
-  bool MatchesComponents(const std::shared_ptr<const FolderEntry>& entry) const {
-    try {
-      return PathManagement::DoesPartialPathnameMatchPathEntryIRI(components_, entry, policy_);
-    } catch (const foundation::storage::vfs::Exception&) {
-      // A location that is no path of its storage, such as file://host/x: it cannot be read, and no pathname names it.
-      return false;
-    }
-  }
-
-  static bool IsSeparator(char16_t unit) {
-    return PathManagement::Constants::PathnameSeparatorStr.find(unit) != std::u16string::npos;
-  }
-
-  static std::vector<std::u16string> SplitIntoComponents(const std::u16string& text) {
-    std::vector<std::u16string> components;
-    for (auto begin = text.begin(); begin != text.end();) {
-      const auto end = std::find_if(begin, text.end(), IsSeparator);
-      if (begin != end) components.emplace_back(begin, end);
-      begin = std::find_if_not(end, text.end(), IsSeparator);
-    }
-    return components;
-  }
-
-  FilenameMatchingPolicy policy_;
-  std::u16string wholePath_;
-  std::vector<std::u16string> components_;
-};
-
-// The base name under which the index holds the file called `name` followed by `extension`, which may be cut elsewhere.
-std::u16string KeyFor(const std::u16string& name, const std::u16string& extension) {
-  std::u16string fullName = name + extension;
-  fullName.resize(fullName.size() - fl::filesystem::detail::extract_extension(fullName).size());
-  return fullName;
-}
-
-// Whether the name is cut where the caller cut it.
-bool IsCutHere(const std::u16string& name, const std::u16string& extension) {
-  if (extension.empty()) return name.find(u'.', 1) == std::u16string::npos;
-  return extension.rfind(u'.') == 0;
-}
-
-std::vector<std::u16string> KeysFor(const SearchTarget& target) {
-  std::vector<std::u16string> keys;
-  for (const std::u16string& extension : target.GetExtensions()) {
-    keys.push_back(KeyFor(target.GetBaseName(), extension));
-  }
-  std::sort(keys.begin(), keys.end());
-  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  return keys;
+// Where a base name's folders end; 0 for a plain name.
+std::size_t LengthOfFolders(const std::u16string& name) {
+  const std::size_t separator = name.find_last_of(PathManagement::Constants::PathnameSeparatorStr);
+  return separator == std::u16string::npos ? 0 : separator + 1;
 }
 
 }  // namespace
 
+// What does not change from one version of a path to the next.
+struct FolderPath::List {
+  std::vector<std::size_t> positions;  // of the folders on the path as it was given
+  std::vector<PathProblem> problems;   // of the list itself
+};
+
 struct FolderPath::State {
-  State(const std::vector<Folder>& folders, std::vector<PathProblem> listProblems)
-      : table(EntriesOf(folders)),
-        exactIndex(table.GetSlots(), NameIndex::Keys::Exact),
-        problems(AllProblemsOf(folders, std::move(listProblems))) {
-    auto main = std::make_shared<std::vector<EntryPtr>>();
-    main->reserve(folders.size());
-    for (const auto& folder : folders) main->push_back(folder.entry);
-    mainEntries = std::move(main);
-    comparesExactlyEverywhere = std::all_of(table.GetSlots().begin(), table.GetSlots().end(), [](const auto& slot) {
-      return slot.entry->ComparesExactly(FilenameMatchingPolicy::Native);
+  std::shared_ptr<const List> list;
+  std::shared_ptr<const PathLayer> base;
+  std::shared_ptr<const PathLayer> upper;  // null when nothing was replaced
+  std::vector<Position> replaced;          // the positions of the upper layer's main entries, rising
+
+  Lazy<std::shared_ptr<const std::vector<EntryPtr>>> mainEntries;
+  Lazy<std::vector<PathProblem>> problems;
+
+  bool IsReplaced(Position position) const {
+    return upper && std::binary_search(replaced.begin(), replaced.end(), position);
+  }
+
+  // Calls `ask(layer, isAlive)` for each layer.
+  template <class Ask>
+  void ForEachLayer(const Ask& ask) const {
+    ask(*base, [this](const Slot& slot) { return !IsReplaced(slot.position); });
+    if (upper) ask(*upper, [](const Slot& /*slot*/) { return true; });
+  }
+
+  // What `collect(layer, isAlive, placed)` gathers in both layers, in path order.
+  template <class T, class Collect>
+  std::vector<T> InPathOrder(const Collect& collect) const {
+    std::vector<Placed<T>> ofLayer[2];
+    std::size_t layer = 0;
+    ForEachLayer([&](const PathLayer& asked, const auto& isAlive) { collect(asked, isAlive, ofLayer[layer++]); });
+    return MergedByPosition(std::move(ofLayer[0]), std::move(ofLayer[1]));
+  }
+
+  // The main entries in path order.
+  std::vector<FolderEntryPtr> MainEntries() const {
+    return InPathOrder<FolderEntryPtr>([](const PathLayer& layer, const auto& isAlive, auto& placed) {
+      for (const Slot& slot : layer.GetSlots()) {
+        if (slot.parent == kNoOrdinal && isAlive(slot)) placed.push_back({slot.position, slot.entry});
+      }
     });
   }
 
-  const NameIndex& IndexFor(FilenameMatchingPolicy policy) const {
-    if (policy == FilenameMatchingPolicy::CaseSensitive) return exactIndex;
-    if (policy != FilenameMatchingPolicy::CaseInsensitive && comparesExactlyEverywhere) return exactIndex;
-    return foldedIndex.Get([this] { return NameIndex(table.GetSlots(), NameIndex::Keys::Folded); });
+  // Of the main entry that is spelled like this.
+  Position PositionOf(const AbsoluteIRI& location) const {
+    const auto match = base->GetTable().FindLocation(
+        location, [&](const Slot& slot) { return slot.parent == kNoOrdinal && slot.entry->GetLocation() == location; });
+    if (match) return match->position;
+    throw std::invalid_argument("\"" + fl::filesystem::to_displayed_text(location.toString()) +
+                                "\" is no folder of the path");
   }
 
-  const std::shared_ptr<const FolderEntry>& EntryAt(Ordinal ordinal) const { return table.GetSlots()[ordinal].entry; }
+  struct Place {
+    const PathLayer* layer;
+    const Slot* slot;
+  };
 
-  EntryPtr EntryOrNull(std::optional<Ordinal> ordinal) const { return ordinal ? EntryAt(*ordinal) : nullptr; }
-
-  // Visits the entries in `scope` that can hold what `target`, a plain name, matches, in path order, until `visit`
-  // returns true.
-  template <class Visit>
-  void ForEachCandidate(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
-                        const Visit& visit) const {
-    const std::u16string& name = target.GetBaseName();
-    if (name.empty()) return;
-
-    const NameIndex& index = IndexFor(policy);
-    const auto visitInScope = [&](Ordinal ordinal) {
-      const auto& entry = EntryAt(ordinal);
-      return scope.Contains(entry->GetEntryType()) && visit(entry);
-    };
-    const auto& extensions = target.GetExtensions();
-    if (std::all_of(extensions.begin(), extensions.end(), [&](const auto& e) { return IsCutHere(name, e); })) {
-      index.ForEachHolderOf(name, visitInScope);
-    } else {
-      const std::vector<Ordinal> holders = HoldersOfAny(KeysFor(target), index);
-      static_cast<void>(std::any_of(holders.begin(), holders.end(), visitInScope));
-    }
+  std::optional<Place> Find(const IPathEntry& entry) const {
+    std::optional<Place> place;
+    ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
+      const auto ordinal = layer.GetTable().Find(entry);
+      if (ordinal && isAlive(layer.GetSlots()[*ordinal])) place = Place{&layer, &layer.GetSlots()[*ordinal]};
+    });
+    return place;
   }
 
-  static std::vector<Ordinal> HoldersOfAny(const std::vector<std::u16string>& keys, const NameIndex& index) {
-    std::vector<Ordinal> holders;
-    for (const std::u16string& key : keys) {
-      index.ForEachHolderOf(key, [&](Ordinal ordinal) {
-        holders.push_back(ordinal);
+  // The best of what `find(table, isAlive)` matches in the layers.
+  template <class FindMatch>
+  EntryPtr BestMatch(const FindMatch& find) const {
+    std::optional<LocationTable::Match> best;
+    EntryPtr entry;
+    ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
+      const std::optional<LocationTable::Match> match = find(layer.GetTable(), isAlive);
+      if (!match || (best && *best < *match)) return;
+      best = match;
+      entry = layer.EntryAt(match->ordinal);
+    });
+    return entry;
+  }
+
+  EntryPtr AtLocation(const AbsoluteIRI& location) const {
+    return BestMatch(
+        [&](const LocationTable& table, const auto& isAlive) { return table.FindLocation(location, isAlive); });
+  }
+
+  // `target` is a plain name; `isWanted(entry)` tells whether the folder is one that its folders mean.
+  template <class IsWanted>
+  boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
+                                       const IsWanted& isWanted) const {
+    PathLayer::Hit first;
+    ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
+      PathLayer::Hit hit = layer.FindFirst(target, policy, [&](const Slot& slot) {
+        return scope.Contains(slot.kind) && isAlive(slot) && isWanted(slot.entry);
+      });
+      if (hit.item && (!first.item || hit.slot->position < first.slot->position)) first = std::move(hit);
+    });
+    if (!first.item) return boost::none;
+    return FoundItem(std::move(first.item), first.slot->entry);
+  }
+
+  template <class IsWanted>
+  std::vector<FoundItem> FindAll(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
+                                 const IsWanted& isWanted) const {
+    return InPathOrder<FoundItem>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+      const auto admits = [&](const Slot& slot) {
+        return scope.Contains(slot.kind) && isAlive(slot) && isWanted(slot.entry);
+      };
+      layer.ForEachHolder(target, policy, admits, [&](const Slot& slot) {
+        for (auto& item : slot.entry->FindAll(target, policy)) {
+          placed.push_back({slot.position, FoundItem(std::move(item), slot.entry)});
+        }
         return false;
       });
-    }
-    std::sort(holders.begin(), holders.end());
-    holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
-    return holders;
+    });
   }
 
   // Calls `search(plainTarget, isWanted)`, where `isWanted` tells whether an entry's folder is the one that the target
@@ -186,117 +193,141 @@ struct FolderPath::State {
   template <class Search>
   static auto WithPlainName(const SearchTarget& target, FilenameMatchingPolicy policy, const Search& search) {
     const std::u16string& name = target.GetBaseName();
-    const std::size_t separator = name.find_last_of(PathManagement::Constants::PathnameSeparatorStr);
-    if (separator == std::u16string::npos) return search(target, [](const auto&) { return true; });
+    const std::size_t length = LengthOfFolders(name);
+    if (length == 0) return search(target, [](const FolderEntryPtr& /*entry*/) { return true; });
 
-    const FolderMatcher folders(name.substr(0, separator + 1), policy);
-    const std::u16string plainName = name.substr(separator + 1);
+    const FolderMatcher folders(name.substr(0, length), policy);
+    const std::u16string plainName = name.substr(length);
     return search(SearchTarget(plainName, target.GetExtensions()),
-                  [&folders](const std::shared_ptr<const FolderEntry>& entry) { return folders.Matches(entry); });
+                  [&folders](const FolderEntryPtr& entry) { return folders.Matches(entry); });
   }
-
-  LocationTable table;
-  NameIndex exactIndex;
-  Lazy<NameIndex> foldedIndex;
-  bool comparesExactlyEverywhere = true;
-  std::shared_ptr<const std::vector<EntryPtr>> mainEntries;
-  std::vector<PathProblem> problems;
 };
 
-FolderPath::FolderPath(const std::vector<Folder>& folders, std::vector<PathProblem> problems)
-    : state_(std::make_unique<const State>(folders, std::move(problems))) {}
+FolderPath::FolderPath(const std::vector<Folder>& folders, std::vector<PathProblem> problems) {
+  auto list = std::make_shared<List>();
+  list->problems = std::move(problems);
+  std::vector<FolderEntryPtr> entries;
+  for (const Folder& folder : folders) {
+    entries.push_back(folder.entry);
+    list->positions.push_back(folder.position);
+  }
+  auto state = std::make_unique<State>();
+  state->list = std::move(list);
+  state->base = std::make_shared<const PathLayer>(entries);
+  state_ = std::move(state);
+}
+
+FolderPath::FolderPath(std::unique_ptr<const State> state) noexcept : state_(std::move(state)) {}
 
 FolderPath::~FolderPath() = default;
 
-std::shared_ptr<const std::vector<EntryPtr>> FolderPath::GetMainEntries() const { return state_->mainEntries; }
+std::shared_ptr<const FolderPath> FolderPath::WithReplaced(const std::vector<FolderEntryPtr>& entries) const {
+  std::map<Position, FolderEntryPtr> replacements;
+  if (state_->upper) {
+    for (const Slot& slot : state_->upper->GetSlots()) {
+      if (slot.parent == kNoOrdinal) replacements.emplace(slot.position, slot.entry);
+    }
+  }
+  for (const FolderEntryPtr& entry : entries) replacements[state_->PositionOf(entry->GetLocation())] = entry;
+
+  auto state = std::make_unique<State>();
+  state->list = state_->list;
+  if (replacements.size() > state_->list->positions.size() / kShareOfReplacedFolders) {
+    std::vector<FolderEntryPtr> all = state_->MainEntries();
+    for (const auto& [position, entry] : replacements) all[position] = entry;
+    state->base = std::make_shared<const PathLayer>(all);
+  } else if (!replacements.empty()) {
+    std::vector<FolderEntryPtr> replacing;
+    for (const auto& [position, entry] : replacements) {
+      state->replaced.push_back(position);
+      replacing.push_back(entry);
+    }
+    state->base = state_->base;
+    state->upper = std::make_shared<const PathLayer>(replacing, state->replaced);
+  } else {
+    state->base = state_->base;
+  }
+  return std::shared_ptr<const FolderPath>(new FolderPath(std::move(state)));
+}
+
+std::shared_ptr<const std::vector<EntryPtr>> FolderPath::GetMainEntries() const {
+  return state_->mainEntries.Get([this] {
+    const auto entries = state_->MainEntries();
+    return std::make_shared<const std::vector<EntryPtr>>(entries.begin(), entries.end());
+  });
+}
 
 std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
-  std::vector<EntryPtr> entries;
-  for (const auto& slot : state_->table.GetSlots()) {
-    if (slot.parent != kNoOrdinal) entries.push_back(slot.entry);
-  }
-  return entries;
+  return state_->InPathOrder<EntryPtr>([](const PathLayer& layer, const auto& isAlive, auto& placed) {
+    for (const Slot& slot : layer.GetSlots()) {
+      if (slot.parent != kNoOrdinal && isAlive(slot)) placed.push_back({slot.position, slot.entry});
+    }
+  });
 }
 
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
-  std::vector<EntryPtr> entries;
-  if (name.empty()) return entries;
+  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+    layer.ForEachClassFolder(name, policy, isAlive, [&](const Slot& slot) {
+      const Slot& parent = layer.GetSlots()[slot.parent];
+      if (!scope.Contains(parent.kind)) return;
 
-  state_->IndexFor(policy).ForEachClassFolder(name, [&](Ordinal ordinal) {
-    const FolderEntry& parent = *state_->EntryAt(state_->table.GetSlots()[ordinal].parent);
-    if (!scope.Contains(parent.GetEntryType())) return;
-
-    const std::u16string folderName = state_->EntryAt(ordinal)->GetAbsoluteIRI().getName();
-    const bool matches = (*parent.GetFilenameComparator(policy))(name, folderName.substr(1));
-    if (matches) entries.push_back(state_->EntryAt(ordinal));
+      const std::u16string folderName = slot.entry->GetLocation().getName();
+      const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, folderName.substr(1));
+      if (matches) placed.push_back({slot.position, slot.entry});
+    });
   });
-  return entries;
 }
 
 std::vector<EntryPtr> FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const std::u16string& partialPathname,
                                                               FilenameMatchingPolicy policy) const {
   const FolderMatcher folders(partialPathname, policy);
-  std::vector<EntryPtr> entries;
-  for (const auto& slot : state_->table.GetSlots()) {
-    if (scope.Contains(slot.entry->GetEntryType()) && folders.Matches(slot.entry)) entries.push_back(slot.entry);
-  }
-  return entries;
+  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+    layer.ForEachFolderThatMayBear(folders.GetLastName(), [&](const Slot& slot) {
+      if (!scope.Contains(slot.kind) || !isAlive(slot) || !folders.Matches(slot.entry)) return;
+      placed.push_back({slot.position, slot.entry});
+    });
+  });
 }
 
 EntryPtr FolderPath::GetMainEntryForEntry(const IPathEntry& entry) const {
-  const auto ordinal = state_->table.Find(entry);
-  if (!ordinal) return nullptr;
-  return state_->EntryAt(state_->table.GetSlots()[*ordinal].main);
+  const auto place = state_->Find(entry);
+  return place ? place->layer->EntryAt(place->slot->main) : nullptr;
 }
 
 EntryPtr FolderPath::GetParentEntryForEntry(const IPathEntry& entry) const {
-  const auto ordinal = state_->table.Find(entry);
-  if (!ordinal) return nullptr;
-  const Ordinal parent = state_->table.GetSlots()[*ordinal].parent;
-  return parent == kNoOrdinal ? nullptr : state_->EntryAt(parent);
+  const auto place = state_->Find(entry);
+  return place && place->slot->parent != kNoOrdinal ? place->layer->EntryAt(place->slot->parent) : nullptr;
 }
 
 EntryPtr FolderPath::GetPathEntryFromAbsoluteIRI(const AbsoluteIRI& location, FilenameMatchingPolicy policy) const {
-  if (const auto exact = state_->table.FindLocation(location)) return state_->EntryAt(*exact);
-  return state_->EntryOrNull(state_->table.FindLocationUnder(policy, location));
+  if (EntryPtr entry = state_->AtLocation(location)) return entry;
+  return state_->BestMatch([&](const LocationTable& table, const auto& isAlive) {
+    return table.FindLocationUnder(policy, location, isAlive);
+  });
 }
 
 EntryPtr FolderPath::GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& location) const {
-  return state_->EntryOrNull(state_->table.FindLocation(location.getAbsoluteIRI()));
+  return state_->AtLocation(location.getAbsoluteIRI());
 }
 
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
   return State::WithPlainName(target, policy, [&](const SearchTarget& plain, const auto& isWanted) {
-    boost::optional<FoundItem> found;
-    state_->ForEachCandidate(scope, plain, policy, [&](const std::shared_ptr<const FolderEntry>& entry) {
-      auto item = entry->FindFirst(plain, policy);
-      if (item && isWanted(entry)) found.emplace(std::move(item), entry);
-      return found.has_value();
-    });
-    return found;
+    return state_->FindFirst(scope, plain, policy, isWanted);
   });
 }
 
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
                                                   FilenameMatchingPolicy policy) const {
   return State::WithPlainName(target, policy, [&](const SearchTarget& plain, const auto& isWanted) {
-    std::vector<FoundItem> found;
-    state_->ForEachCandidate(scope, plain, policy, [&](const std::shared_ptr<const FolderEntry>& entry) {
-      const auto items = entry->FindAll(plain, policy);
-      if (!items.empty() && isWanted(entry)) {
-        for (const auto& item : items) found.emplace_back(item, entry);
-      }
-      return false;
-    });
-    return found;
+    return state_->FindAll(scope, plain, policy, isWanted);
   });
 }
 
 bool FolderPath::ForEachEntry(SearchScope scope, const PathEntryCallback& callback) const {
-  const auto& main = *state_->mainEntries;
-  return std::any_of(main.begin(), main.end(),
+  const auto main = GetMainEntries();
+  return std::any_of(main->begin(), main->end(),
                      [&](const EntryPtr& entry) { return entry->ForEachEntryInScope(scope, callback); });
 }
 
@@ -306,16 +337,25 @@ bool FolderPath::ConcurrentForEachEntry(SearchScope scope, const PathEntryCallba
 }
 
 bool FolderPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first, const IPathEntry& second) const {
-  const auto ordinalOfFirst = state_->table.Find(first);
-  const auto ordinalOfSecond = state_->table.Find(second);
-  if (!ordinalOfFirst || !ordinalOfSecond) return ordinalOfFirst.has_value() && !ordinalOfSecond.has_value();
-
-  const auto& slots = state_->table.GetSlots();
-  return slots[*ordinalOfFirst].main < slots[*ordinalOfSecond].main;
+  const auto placeOfFirst = state_->Find(first);
+  const auto placeOfSecond = state_->Find(second);
+  if (!placeOfFirst || !placeOfSecond) return placeOfFirst.has_value() && !placeOfSecond.has_value();
+  return placeOfFirst->slot->position < placeOfSecond->slot->position;
 }
 
-bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const { return state_->table.Find(entry).has_value(); }
+bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const { return state_->Find(entry).has_value(); }
 
-const std::vector<PathProblem>& FolderPath::GetProblems() const noexcept { return state_->problems; }
+const std::vector<PathProblem>& FolderPath::GetProblems() const {
+  return state_->problems.Get([this] {
+    std::vector<PathProblem> problems = state_->list->problems;
+    const auto entries = state_->MainEntries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      CollectProblems(*entries[i], state_->list->positions[i], problems);
+    }
+    std::stable_sort(problems.begin(), problems.end(),
+                     [](const PathProblem& left, const PathProblem& right) { return left.position < right.position; });
+    return problems;
+  });
+}
 
 }  // namespace Quorvex::PathEnvironment

@@ -9,32 +9,29 @@ namespace Quorvex::PathEnvironment {
 using foundation::storage::vfs::AbsoluteIRI;
 using PathManagement::FilenameMatchingPolicy;
 
-namespace {
-
-std::optional<Ordinal> FindIn(const boost::unordered_flat_map<AbsoluteIRI, Ordinal>& ordinals,
-                              const AbsoluteIRI& location) {
-  const auto found = ordinals.find(location);
-  if (found == ordinals.end()) return std::nullopt;
-  return found->second;
-}
-
-}  // namespace
-
-LocationTable::LocationTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainEntries) {
-  for (const auto& entry : mainEntries) {
+LocationTable::LocationTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainEntries,
+                             const std::vector<Position>& positions) {
+  for (std::size_t i = 0; i < mainEntries.size(); ++i) {
     const auto ordinal = static_cast<Ordinal>(slots_.size());
-    Add(entry, kNoOrdinal, ordinal);
+    Add(mainEntries[i], kNoOrdinal, ordinal, positions.empty() ? static_cast<Position>(i) : positions[i]);
   }
   slots_.shrink_to_fit();
-  IndexLocations(MainEntriesFirst());
+
+  spelled_.Reserve(slots_.size());
+  for (const Ordinal ordinal : MainEntriesFirst()) {
+    const FolderEntry& entry = *slots_[ordinal].entry;
+    spelled_.Add(entry.GetLocation(), ordinal);
+    if (!(entry.GetCanonicalLocation() == entry.GetLocation())) canonical_.Add(entry.GetCanonicalLocation(), ordinal);
+  }
 }
 
 // Depth is bounded by the reader, so recursion is too.
-void LocationTable::Add(const std::shared_ptr<const FolderEntry>& entry, Ordinal parent, Ordinal main) {
+void LocationTable::Add(const std::shared_ptr<const FolderEntry>& entry, Ordinal parent, Ordinal main,
+                        Position position) {
   if (slots_.size() >= kNoOrdinal) throw std::length_error("the path has more than four billion entries");
   const auto ordinal = static_cast<Ordinal>(slots_.size());
-  slots_.push_back({entry, parent, main});
-  for (const auto& child : entry->GetChildren()) Add(child, ordinal, main);
+  slots_.push_back({entry, parent, main, position, entry->GetEntryType()});
+  for (const auto& child : entry->GetChildren()) Add(child, ordinal, main, position);
 }
 
 LocationTable::Ordinals LocationTable::MainEntriesFirst() const {
@@ -45,48 +42,40 @@ LocationTable::Ordinals LocationTable::MainEntriesFirst() const {
   return ordinals;
 }
 
-void LocationTable::IndexLocations(const Ordinals& mainEntriesFirst) {
-  nextAtSameLocation_.assign(slots_.size(), kNoOrdinal);
-  byLocation_.reserve(slots_.size());
-  for (const Ordinal ordinal : mainEntriesFirst) {
-    const FolderEntry& entry = *slots_[ordinal].entry;
+void LocationTable::Places::Add(const AbsoluteIRI& location, Ordinal ordinal) {
+  const auto [first, isNew] = first_.emplace(location, ordinal);
+  if (isNew) return;
+  Ordinals& all = shared_[location];
+  if (all.empty()) all.push_back(first->second);
+  all.push_back(ordinal);
+}
 
-    const auto [first, isNew] = byLocation_.emplace(entry.GetAbsoluteIRI(), ordinal);
-    if (!isNew) {
-      nextAtSameLocation_[ordinal] = nextAtSameLocation_[first->second];
-      nextAtSameLocation_[first->second] = ordinal;
-    }
-    if (!(entry.GetCanonicalLocation() == entry.GetAbsoluteIRI())) {
-      byCanonicalLocation_.emplace(entry.GetCanonicalLocation(), ordinal);
-    }
+std::span<const Ordinal> LocationTable::Places::At(const AbsoluteIRI& location) const {
+  if (!shared_.empty()) {
+    const auto all = shared_.find(location);
+    if (all != shared_.end()) return all->second;
   }
+  const auto first = first_.find(location);
+  if (first == first_.end()) return {};
+  return {&first->second, 1};
 }
 
 std::optional<Ordinal> LocationTable::Find(const PathManagement::IPathEntry& entry) const {
-  const auto first = FindIn(byLocation_, entry.GetAbsoluteIRI());
-  for (Ordinal ordinal = first.value_or(kNoOrdinal); ordinal != kNoOrdinal; ordinal = nextAtSameLocation_[ordinal]) {
-    if (slots_[ordinal].entry.get() == &entry) return ordinal;
-  }
-  return std::nullopt;
+  const auto ordinals = spelled_.At(entry.GetAbsoluteIRI());
+  const auto found = std::find_if(ordinals.begin(), ordinals.end(),
+                                  [&](Ordinal ordinal) { return slots_[ordinal].entry.get() == &entry; });
+  if (found == ordinals.end()) return std::nullopt;
+  return *found;
 }
 
-std::optional<Ordinal> LocationTable::FindLocation(const AbsoluteIRI& location) const {
-  if (const auto spelled = FindIn(byLocation_, location)) return spelled;
-  return FindIn(byCanonicalLocation_, location);
-}
-
-std::optional<Ordinal> LocationTable::FindLocationUnder(FilenameMatchingPolicy policy,
-                                                        const AbsoluteIRI& location) const {
-  if (policy == FilenameMatchingPolicy::CaseSensitive) return std::nullopt;
+std::span<const Ordinal> LocationTable::OrdinalsUnder(FilenameMatchingPolicy policy,
+                                                      const AbsoluteIRI& location) const {
+  if (policy == FilenameMatchingPolicy::CaseSensitive) return {};
 
   const ByFoldedLocation& folded = byFoldedLocation_.Get([this] { return FoldLocations(); });
   const auto found = folded.find(fl::filesystem::fold_case(location.toString()));
-  if (found == folded.end()) return std::nullopt;
-
-  const auto match = std::find_if(found->second.begin(), found->second.end(),
-                                  [&](Ordinal ordinal) { return !slots_[ordinal].entry->ComparesExactly(policy); });
-  if (match == found->second.end()) return std::nullopt;
-  return *match;
+  if (found == folded.end()) return {};
+  return found->second;
 }
 
 LocationTable::ByFoldedLocation LocationTable::FoldLocations() const {

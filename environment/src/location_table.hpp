@@ -2,11 +2,13 @@
 #pragma once
 
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <compare>
 #include <cstdint>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <memory>
 #include <optional>
 #include <search_path_environment/folder_entry.hpp>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,45 +20,95 @@ namespace Quorvex::PathEnvironment {
 using Ordinal = std::uint32_t;
 inline constexpr Ordinal kNoOrdinal = 0xFFFFFFFF;
 
+/// The place of a main entry on the path, from 0.
+using Position = std::uint32_t;
+
 /// Immutable, safe from any thread.
 class LocationTable {
  public:
   struct Slot {
     std::shared_ptr<const FolderEntry> entry;
-    Ordinal parent;  ///< kNoOrdinal for a main entry
-    Ordinal main;    ///< itself for a main entry
+    Ordinal parent;     ///< kNoOrdinal for a main entry
+    Ordinal main;       ///< itself for a main entry
+    Position position;  ///< of its main entry on the path
+    PathManagement::PathEntryType kind;
   };
 
-  explicit LocationTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainEntries);
+  /// A place that was found: entries are compared by how well they fit, main entries first, then by position.
+  struct Match {
+    bool isCanonical;  ///< found where it really is, not as it is spelled
+    bool isMethodEntry;
+    Position position;
+    Ordinal ordinal;
+
+    friend auto operator<=>(const Match&, const Match&) = default;
+  };
+
+  /// `positions` are those of the main entries on the path, in rising order; without them they stand one after another.
+  explicit LocationTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainEntries,
+                         const std::vector<Position>& positions = {});
 
   [[nodiscard]] const std::vector<Slot>& GetSlots() const noexcept { return slots_; }
 
   /// The place of this very entry. O(1).
   [[nodiscard]] std::optional<Ordinal> Find(const PathManagement::IPathEntry& entry) const;
 
-  /// The entry spelled like this, else the one that is canonically there; main entries before method entries. O(1).
-  [[nodiscard]] std::optional<Ordinal> FindLocation(const foundation::storage::vfs::AbsoluteIRI& location) const;
+  /// The best among the entries spelled like this, else canonically there, that `isAlive(slot)` admits. O(1) but for
+  /// entries that share the place.
+  template <class IsAlive>
+  [[nodiscard]] std::optional<Match> FindLocation(const foundation::storage::vfs::AbsoluteIRI& location,
+                                                  const IsAlive& isAlive) const {
+    if (const auto spelled = FirstAlive(spelled_.At(location), isAlive, false)) return spelled;
+    return FirstAlive(canonical_.At(location), isAlive, true);
+  }
 
-  /// The entry whose location differs in letter case at most, where `policy` lets it; main entries before method
-  /// entries. O(1) on average, but O(entries) for the first call.
-  [[nodiscard]] std::optional<Ordinal> FindLocationUnder(PathManagement::FilenameMatchingPolicy policy,
-                                                         const foundation::storage::vfs::AbsoluteIRI& location) const;
+  /// The best among the entries whose location differs in letter case at most, where `policy` lets it. O(1) on average,
+  /// but O(entries) for the first call.
+  template <class IsAlive>
+  [[nodiscard]] std::optional<Match> FindLocationUnder(PathManagement::FilenameMatchingPolicy policy,
+                                                       const foundation::storage::vfs::AbsoluteIRI& location,
+                                                       const IsAlive& isAlive) const {
+    return FirstAlive(
+        OrdinalsUnder(policy, location),
+        [&](const Slot& slot) { return !slot.entry->ComparesExactly(policy) && isAlive(slot); }, false);
+  }
 
  private:
   using Ordinals = std::vector<Ordinal>;
   using ByFoldedLocation = boost::unordered_flat_map<std::u16string, Ordinals>;
 
-  void Add(const std::shared_ptr<const FolderEntry>& entry, Ordinal parent, Ordinal main);
+  // The entries at each location. Most have theirs for themselves; the few that share one, such as a folder that is
+  // listed and stands inside another one, too, are kept in a list.
+  class Places {
+   public:
+    void Reserve(std::size_t count) { first_.reserve(count); }
+    void Add(const foundation::storage::vfs::AbsoluteIRI& location, Ordinal ordinal);
+    [[nodiscard]] std::span<const Ordinal> At(const foundation::storage::vfs::AbsoluteIRI& location) const;
+
+   private:
+    boost::unordered_flat_map<foundation::storage::vfs::AbsoluteIRI, Ordinal> first_;
+    boost::unordered_flat_map<foundation::storage::vfs::AbsoluteIRI, Ordinals> shared_;
+  };
+
+  template <class IsAlive>
+  [[nodiscard]] std::optional<Match> FirstAlive(std::span<const Ordinal> ordinals, const IsAlive& isAlive,
+                                                bool isCanonical) const {
+    for (const Ordinal ordinal : ordinals) {
+      const Slot& slot = slots_[ordinal];
+      if (isAlive(slot)) return Match{isCanonical, slot.parent != kNoOrdinal, slot.position, ordinal};
+    }
+    return std::nullopt;
+  }
+
+  void Add(const std::shared_ptr<const FolderEntry>& entry, Ordinal parent, Ordinal main, Position position);
   [[nodiscard]] Ordinals MainEntriesFirst() const;
-  void IndexLocations(const Ordinals& mainEntriesFirst);
+  [[nodiscard]] std::span<const Ordinal> OrdinalsUnder(PathManagement::FilenameMatchingPolicy policy,
+                                                       const foundation::storage::vfs::AbsoluteIRI& location) const;
   [[nodiscard]] ByFoldedLocation FoldLocations() const;
 
   std::vector<Slot> slots_;
-  // The few entries that share a location with another, a folder listed on the path and found inside another one, are
-  // chained.
-  std::vector<Ordinal> nextAtSameLocation_;
-  boost::unordered_flat_map<foundation::storage::vfs::AbsoluteIRI, Ordinal> byLocation_;
-  boost::unordered_flat_map<foundation::storage::vfs::AbsoluteIRI, Ordinal> byCanonicalLocation_;
+  Places spelled_;
+  Places canonical_;  // of those that are spelled otherwise
   Lazy<ByFoldedLocation> byFoldedLocation_;
 };
 

@@ -80,6 +80,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
   [[nodiscard]] std::shared_ptr<const PathManagement::FilenameComparator> GetFilenameComparator(
       PathManagement::FilenameMatchingPolicy policy) const override;
 
+  /// The location of GetAbsoluteIRI, without a copy.
+  [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetLocation() const noexcept { return location_; }
+
   /// Where the folder really was when it was read, links resolved.
   [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetCanonicalLocation() const noexcept;
 
@@ -97,8 +100,19 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
 
  private:
   struct State;
-  explicit FolderEntry(std::unique_ptr<const State> state) noexcept;
+  class CreationKey {
+    friend class FolderEntry;
+    CreationKey() = default;
+  };
 
+ public:
+  /// For Create alone.
+  FolderEntry(CreationKey key, const foundation::storage::vfs::AbsoluteIRI& location,
+              std::unique_ptr<const State> state) noexcept;
+
+ private:
+  // A lookup that finds something needs the location and nothing else of the entry, so it stands beside the counts.
+  foundation::storage::vfs::AbsoluteIRI location_;
   std::unique_ptr<const State> state_;
 };
 

@@ -31,6 +31,14 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
   FolderPath& operator=(const FolderPath&) = delete;
   ~FolderPath() override;
 
+  /// A version of this path in which each of `entries` stands in the place of the main entry at its location; it shares
+  /// everything else. The cost goes with the number of folders replaced since the path was made, not with its length,
+  /// but for every now and then: when they have grown to a sixteenth of the path, they become part of it for good.
+  ///
+  /// Throws `std::invalid_argument`, naming the folder, when the path has no main entry that is spelled like that.
+  [[nodiscard]] std::shared_ptr<const FolderPath> WithReplaced(
+      const std::vector<std::shared_ptr<const FolderEntry>>& entries) const;
+
   [[nodiscard]] std::shared_ptr<const std::vector<EntryPtr>> GetMainEntries() const override;
   [[nodiscard]] std::vector<EntryPtr> GetMethodEntries() const override;
   [[nodiscard]] std::vector<EntryPtr> GetMethodEntriesByName(
@@ -76,11 +84,14 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
                                                     const PathManagement::IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const PathManagement::IPathEntry& entry) const override;
 
-  /// What went wrong while the path was read, in path order.
-  [[nodiscard]] const std::vector<PathProblem>& GetProblems() const noexcept;
+  /// What went wrong while the path was read, in path order. Gathered on the first call.
+  [[nodiscard]] const std::vector<PathProblem>& GetProblems() const;
 
  private:
+  struct List;
   struct State;
+
+  explicit FolderPath(std::unique_ptr<const State> state) noexcept;
   std::unique_ptr<const State> state_;
 };
 

@@ -20,7 +20,7 @@ using Names = std::vector<std::u16string>;
 Names FullNamesOf(const FolderNames& names) {
   Names all;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    all.push_back(std::u16string(names.BaseName(i)).append(names.Extension(i)));
+    all.push_back(names.GetView().BaseName(i).ToString() + names.GetView().Extension(i).ToString());
   }
   return all;
 }
@@ -30,6 +30,39 @@ TEST(FolderNames, StandInTheOrderOfTheirCodeUnits) {
   const FolderNames names({u"b", u"\uFF21", u"a.y", u"B", u"\U00010400", u"a", u"a.x", u"a-", u"Z"});
 
   EXPECT_THAT(FullNamesOf(names), ElementsAre(u"B", u"Z", u"a", u"a-", u"a.x", u"a.y", u"b", u"\U00010400", u"\uFF21"));
+}
+
+TEST(FolderNames, AnswerAlikeHoweverTheirTextIsPacked) {
+  // One name with a character beyond a byte has all of them packed wide.
+  const Names common = {u"a.b", u"\u00FFz.\u00E9", u"longer than the rest.extension", u"", u"a"};
+  Names withAnother = common;
+  withAnother.push_back(u"\u0100");
+  const FolderNames narrow(common);
+  const FolderNames wide(withAnother);
+
+  ASSERT_EQ(narrow.size(), 5U);
+  ASSERT_EQ(wide.size(), 6U);
+  for (std::size_t i = 0; i < narrow.size(); ++i) {
+    const TextPiece name = narrow.GetView().FullName(i);
+    EXPECT_EQ(name.ToString(), wide.GetView().FullName(i).ToString());
+    EXPECT_TRUE(wide.GetView().FullName(i) == name.ToString());
+    EXPECT_TRUE(name == name.ToString());
+    EXPECT_FALSE(name == name.ToString() + u"x");
+    EXPECT_EQ(narrow.GetView().BaseName(i).ToString(), wide.GetView().BaseName(i).ToString());
+    EXPECT_THAT(narrow.Find(name.ToString(), u""), Optional(i));
+    EXPECT_THAT(wide.Find(u"", name.ToString()), Optional(i));
+  }
+  EXPECT_EQ(narrow.Find(u"\u0161", u""), std::nullopt) << "it differs from 'a' beyond a byte only";
+}
+
+TEST(FolderNames, HoldTheSameWhenTheirNamesAreTheSame) {
+  const FolderNames names({u"b.x", u"a"});
+
+  EXPECT_TRUE(names.HoldsTheSameAs(FolderNames({u"a", u"b.x"})));
+  EXPECT_FALSE(names.HoldsTheSameAs(FolderNames({u"a", u"b.y"})));
+  EXPECT_FALSE(names.HoldsTheSameAs(FolderNames({u"a"})));
+  EXPECT_FALSE(names.HoldsTheSameAs(FolderNames({u"ab", u".x"})));
+  EXPECT_FALSE(FolderNames({u"aa"}).HoldsTheSameAs(FolderNames({u"\u6161"})));
 }
 
 TEST(FolderNames, CountARepeatOnce) {
@@ -44,8 +77,8 @@ TEST(FolderNames, AreCutAtTheLastDotUnlessItComesFirst) {
   Names baseNames;
   Names extensions;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    baseNames.emplace_back(names.BaseName(i));
-    extensions.emplace_back(names.Extension(i));
+    baseNames.push_back(names.GetView().BaseName(i).ToString());
+    extensions.push_back(names.GetView().Extension(i).ToString());
   }
   EXPECT_THAT(baseNames, ElementsAre(u".hidden", u".rc", u"a.tar", u"end", u"plain"));
   EXPECT_THAT(extensions, ElementsAre(u"", u".old", u".gz", u".", u""));
@@ -128,7 +161,7 @@ TEST(FolderNames, HoldAHundredThousandNamesWithAsManyExtensions) {
   for (std::size_t i = 0; i < kCount; i += 997) {
     const std::u16string name = nameOf(i);
     ASSERT_THAT(names.Find(name, u""), Optional(i));
-    ASSERT_EQ(names.Extension(i), name.substr(10));
+    ASSERT_EQ(names.GetView().Extension(i).ToString(), name.substr(10));
   }
   EXPECT_THAT(names.FindIgnoringCase(u"fILE100042", u".eXT100042"), ElementsAre(42U));
 }

@@ -14,18 +14,29 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+std::vector<NameIndex::Posting> PostingsOf(const NameIndex& index, std::u16string_view name) {
+  const NameIndex::Posting* const first = index.FindFirst(name);
+  if (first == nullptr) return {};
+  std::vector<NameIndex::Posting> postings = {*first};
+  const auto others = index.OthersLike(*first);
+  postings.insert(postings.end(), others.begin(), others.end());
+  return postings;
+}
+
 std::vector<Ordinal> HoldersOf(const NameIndex& index, std::u16string_view name) {
   std::vector<Ordinal> holders;
-  index.ForEachHolderOf(name, [&](Ordinal ordinal) {
-    holders.push_back(ordinal);
-    return false;
-  });
+  for (const auto& posting : PostingsOf(index, name)) {
+    if (!posting.IsClassFolder()) holders.push_back(posting.entry);
+  }
   return holders;
 }
 
 std::vector<Ordinal> ClassFoldersOf(const NameIndex& index, std::u16string_view name) {
   std::vector<Ordinal> folders;
-  index.ForEachClassFolder(name, [&](Ordinal ordinal) { folders.push_back(ordinal); });
+  for (const auto& posting : PostingsOf(index, name)) {
+    if (posting.IsClassFolder()) folders.push_back(posting.entry);
+  }
+  EXPECT_TRUE(folders.empty() || index.MayHoldClassFolder(name));
   return folders;
 }
 
@@ -41,28 +52,26 @@ TEST(NameIndex, GivesTheHoldersOfABaseNameInPathOrder) {
   EXPECT_THAT(HoldersOf(index, u"f.x"), IsEmpty()) << "it is kept under the base name";
 }
 
-TEST(NameIndex, GivesAHolderOnceHoweverManyOfItsFilesShareTheBaseName) {
-  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x", u"f.y", u"f", u"f."}).Create(),
-                             MadeEntry(u"memory:///b").WithFiles({u"f.z", u"f.x"}).Create()});
+TEST(NameIndex, GivesEveryFileOfABaseNameWithItsPlaceInTheFolder) {
+  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x", u"e", u"f"}).Create(),
+                             MadeEntry(u"memory:///b").WithFiles({u"f.z"}).Create()});
   const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
 
-  EXPECT_THAT(HoldersOf(index, u"f"), ElementsAre(0U, 1U));
+  std::vector<std::u16string> files;
+  for (const auto& posting : PostingsOf(index, u"f")) {
+    files.push_back(index.NamesOf(posting.entry).FullName(posting.item).ToString());
+  }
+  EXPECT_THAT(files, ElementsAre(u"f", u"f.x", u"f.z"));
 }
 
-TEST(NameIndex, StopsAtTheHolderThatTheVisitorWants) {
-  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f"}).Create(),
-                             MadeEntry(u"memory:///b").WithFiles({u"f"}).Create(),
-                             MadeEntry(u"memory:///c").WithFiles({u"f"}).Create()});
+TEST(NameIndex, DeniesMostNamesThatNoClassFolderBears) {
+  const LocationTable table(
+      {MadeEntry(u"memory:///a").WithFiles({u"plain"}).WithClass(MadeClass(u"memory:///a/@Shape")).Create()});
   const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
-  std::vector<Ordinal> visited;
 
-  const bool stopped = index.ForEachHolderOf(u"f", [&](Ordinal ordinal) {
-    visited.push_back(ordinal);
-    return ordinal == 1;
-  });
-
-  EXPECT_TRUE(stopped);
-  EXPECT_THAT(visited, ElementsAre(0U, 1U));
+  EXPECT_TRUE(index.MayHoldClassFolder(u"Shape"));
+  EXPECT_FALSE(index.MayHoldClassFolder(u"plain"));
+  EXPECT_FALSE(index.MayHoldClassFolder(u""));
 }
 
 TEST(NameIndex, KeepsClassFoldersUnderTheirNameWithoutItsMarkBesideTheFilesOfThatName) {
@@ -84,7 +93,7 @@ TEST(NameIndex, JoinsLetterCasesWhenItsKeysAreFolded) {
                              MadeEntry(u"memory:///b").WithFiles({u"foo", u"STRASSE.x"}).Create()});
   const NameIndex index(table.GetSlots(), NameIndex::Keys::Folded);
 
-  EXPECT_THAT(HoldersOf(index, u"foO"), ElementsAre(0U, 1U, 2U));
+  EXPECT_THAT(HoldersOf(index, u"foO"), ElementsAre(0U, 0U, 0U, 1U, 2U));
   EXPECT_THAT(HoldersOf(index, u"strasse"), ElementsAre(2U));
   EXPECT_THAT(ClassFoldersOf(index, u"strasse"), ElementsAre(1U));
 }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <search_path_environment/folder_entry.hpp>
+#include <search_path_interfaces/filename_matching_policy.hpp>
+#include <string>
+#include <vector>
+
+namespace Quorvex::PathEnvironment {
+
+/// Which folders a partial pathname, folder names only, means under a policy. A text that begins with a separator means
+/// the one folder with that whole path.
+class FolderMatcher {
+ public:
+  FolderMatcher(const std::u16string& folders, PathManagement::FilenameMatchingPolicy policy);
+
+  /// False for an entry whose location is no path of its storage, such as file://host/x: no pathname names it.
+  [[nodiscard]] bool Matches(const std::shared_ptr<const FolderEntry>& entry) const;
+
+  /// The name that the folder itself must bear, perhaps behind a mark; empty when any name will do.
+  [[nodiscard]] const std::u16string& GetLastName() const noexcept;
+
+ private:
+  PathManagement::FilenameMatchingPolicy policy_;
+  std::u16string wholePath_;
+  std::vector<std::u16string> components_;
+};
+
+/// The names between the separators of `text`.
+[[nodiscard]] std::vector<std::u16string> SplitIntoComponents(const std::u16string& text);
+
+}  // namespace Quorvex::PathEnvironment

@@ -1,0 +1,26 @@
+// From the name of a folder to the entries of that name.
+#pragma once
+
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "location_table.hpp"
+
+namespace Quorvex::PathEnvironment {
+
+/// Under each folder name without its marks and in folded letter case, so that one table serves every policy: the
+/// entries whose folder bears it, in path order. Immutable, safe from any thread.
+class FolderNameIndex {
+ public:
+  explicit FolderNameIndex(const std::vector<LocationTable::Slot>& slots);
+
+  /// All entries that a partial pathname that ends in `name` can mean, and perhaps some more. O(1).
+  [[nodiscard]] std::span<const Ordinal> Find(const std::u16string& name) const;
+
+ private:
+  boost::unordered_flat_map<std::u16string, std::vector<Ordinal>> entries_;
+};
+
+}  // namespace Quorvex::PathEnvironment

@@ -1,0 +1,86 @@
+#include "path_layer.hpp"
+
+#include <algorithm>
+#include <fl/filesystem/path.hpp>
+
+namespace Quorvex::PathEnvironment {
+
+using PathManagement::PathItem;
+
+namespace {
+
+// The base name under which the index holds the file called `name` followed by `extension`, which may be cut elsewhere.
+std::u16string KeyFor(const std::u16string& name, const std::u16string& extension) {
+  std::u16string fullName = name + extension;
+  fullName.resize(fullName.size() - fl::filesystem::detail::extract_extension(fullName).size());
+  return fullName;
+}
+
+}  // namespace
+
+PathLayer::PathLayer(const std::vector<std::shared_ptr<const FolderEntry>>& mainEntries,
+                     const std::vector<Position>& positions)
+    : table_(mainEntries, positions),
+      exactIndex_(GetSlots(), NameIndex::Keys::Exact),
+      comparesExactlyEverywhere_(std::all_of(GetSlots().begin(), GetSlots().end(), [](const Slot& slot) {
+        return slot.entry->ComparesExactly(Policy::Native);
+      })) {}
+
+bool PathLayer::ComparesExactly(Policy policy) const noexcept {
+  if (policy == Policy::CaseSensitive) return true;
+  return policy != Policy::CaseInsensitive && comparesExactlyEverywhere_;
+}
+
+const NameIndex& PathLayer::IndexFor(Policy policy) const {
+  if (ComparesExactly(policy)) return exactIndex_;
+  return foldedIndex_.Get([this] { return NameIndex(GetSlots(), NameIndex::Keys::Folded); });
+}
+
+bool PathLayer::IsCutAsNamesAre(const Target& target) {
+  const std::u16string& name = target.GetBaseName();
+  if (name.empty()) return false;
+  const auto& extensions = target.GetExtensions();
+  return std::all_of(extensions.begin(), extensions.end(), [&name](const std::u16string& extension) {
+    return extension.empty() ? name.find(u'.', 1) == std::u16string::npos : extension.rfind(u'.') == 0;
+  });
+}
+
+std::vector<Ordinal> PathLayer::HoldersOf(const Target& target, const NameIndex& index) const {
+  std::vector<std::u16string> keys;
+  for (const std::u16string& extension : target.GetExtensions()) {
+    keys.push_back(KeyFor(target.GetBaseName(), extension));
+  }
+  std::sort(keys.begin(), keys.end());
+  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+
+  std::vector<Ordinal> holders;
+  const auto add = [&holders](const NameIndex::Posting& posting) {
+    if (!posting.IsClassFolder()) holders.push_back(posting.entry);
+  };
+  for (const std::u16string& key : keys) {
+    const NameIndex::Posting* const first = index.FindFirst(key);
+    if (first == nullptr) continue;
+    add(*first);
+    for (const NameIndex::Posting& posting : index.OthersLike(*first)) add(posting);
+  }
+  std::sort(holders.begin(), holders.end());
+  holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
+  return holders;
+}
+
+std::size_t PathLayer::RankOf(const NameIndex::Posting& posting, const std::vector<std::u16string>& extensions) const {
+  if (posting.IsClassFolder()) return extensions.size();
+  const TextPiece extension = exactIndex_.NamesOf(posting.entry).Extension(posting.item);
+  const auto found = std::find_if(extensions.begin(), extensions.end(),
+                                  [extension](const std::u16string& wanted) { return extension == wanted; });
+  return static_cast<std::size_t>(found - extensions.begin());
+}
+
+PathLayer::Hit PathLayer::HitAt(const NameIndex::Posting& posting) const {
+  const Slot& slot = GetSlots()[posting.entry];
+  const FolderNames::View& names = exactIndex_.NamesOf(posting.entry);
+  return {&slot, std::make_shared<const PathItem>(names.BaseName(posting.item).ToString(),
+                                                  names.Extension(posting.item).ToString(), slot.entry->GetLocation())};
+}
+
+}  // namespace Quorvex::PathEnvironment
