@@ -74,22 +74,35 @@ void AddPathOptions(CLI::App& command, PathOptions& path) {
       ->type_name("FILE");
 }
 
-CLI::App* AddWhich(CLI::App& app, WhichOptions& options) {
-  CLI::App* const command =
-      app.add_subcommand("which", "Tell which file each NAME means on the path")->group("Commands");
-  command->formatter(std::make_shared<HelpWithPositional>("NAME..."));
-  AddPathOptions(*command, options.path);
+void AddFromOption(CLI::App& command, std::optional<std::string>& from) {
   command
-      ->add_option("--from", options.from,
-                   "Ask as code in FOLDER would: its private folder\n"
-                   "comes first")
+      .add_option("--from", from,
+                  "Ask as code in FOLDER would: its private folder\n"
+                  "comes first")
       ->type_name("FOLDER");
+}
+
+void AddExtensionOption(CLI::App& command, std::string& extensions) {
   command
-      ->add_option("--ext", options.extensions,
-                   "The extensions to try, in order, separated by commas;\n"
-                   "'' for none. An extension in NAME wins")
+      .add_option("--ext", extensions,
+                  "The extensions to try, in order, separated by commas;\n"
+                  "'' for none. An extension in NAME wins")
       ->type_name(".A,.B")
       ->capture_default_str();
+}
+
+CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& positional,
+                     const std::string& description) {
+  CLI::App* const command = app.add_subcommand(name, description)->group("Commands");
+  command->formatter(std::make_shared<HelpWithPositional>(positional));
+  return command->allow_extras();
+}
+
+CLI::App* AddWhich(CLI::App& app, WhichOptions& options) {
+  CLI::App* const command = AddCommand(app, "which", "NAME...", "Tell which file each NAME means on the path");
+  AddPathOptions(*command, options.path);
+  AddFromOption(*command, options.from);
+  AddExtensionOption(*command, options.extensions);
   command->add_flag("--all", options.all, "List the winner and everything it hides");
   command->add_flag("--ignore-case", options.ignoreCase, "Let letter case make no difference to file names");
   command->add_flag("--strict", options.strict, "End with 3 when a folder could not be read");
@@ -103,18 +116,50 @@ CLI::App* AddWhich(CLI::App& app, WhichOptions& options) {
   return command;
 }
 
+CLI::App* AddWhy(CLI::App& app, WhyOptions& options) {
+  CLI::App* const command =
+      AddCommand(app, "why", "NAME",
+                 "Tell step by step why NAME means that file, what it hides, or what is near when there is none");
+  AddPathOptions(*command, options.path);
+  AddFromOption(*command, options.from);
+  AddExtensionOption(*command, options.extensions);
+  command->add_flag("--ignore-case", options.ignoreCase, "Let letter case make no difference to file names");
+  command->add_flag("--strict", options.strict, "End with 3 when a folder could not be read");
+  command->add_flag("--json", options.json, "Write one JSON document");
+  command->footer(
+      "The answer is that of 'vornixpath which NAME'. Folders are numbered as they stand on the path, from 1.\n"
+      "When NAME means nothing, plain subfolders next to the path are looked at, too.\n"
+      "Exit status: 0 found, 1 not found, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
+      "  vornixpath why greet --path ~/toolbox:~/more");
+  return command;
+}
+
+CLI::App* AddMatch(CLI::App& app, MatchOptions& options) {
+  CLI::App* const command =
+      AddCommand(app, "match", "PARTIAL", "List the folders of the path that a partial pathname matches");
+  AddPathOptions(*command, options.path);
+  command->add_flag("--ignore-case", options.ignoreCase, "Let letter case make no difference to folder names");
+  command->add_flag("--strict", options.strict,
+                    "Let no mark '+' and no enclosing special folder be\n"
+                    "left out, and letter case count in special folders");
+  command->add_flag("--json", options.json, "Write one JSON document");
+  AddNulFlag(*command, options.form);
+  command->footer(
+      "PARTIAL is made of folder names: pkg/Cls matches +pkg/@Cls. One that begins with '/' is a whole path.\n"
+      "Exit status: 0 something matches, 1 nothing does, 2 wrong usage, 4 could not work.\n\n"
+      "  vornixpath match geometry/Point --path ~/toolbox");
+  return command;
+}
+
 CLI::App* AddSplit(CLI::App& app, SplitOptions& options) {
-  CLI::App* const command = app.add_subcommand("split", "Split a path string into its folders")->group("Commands");
-  command->formatter(std::make_shared<HelpWithPositional>("TEXT"));
+  CLI::App* const command = AddCommand(app, "split", "TEXT", "Split a path string into its folders");
   AddNulFlag(*command, options.form);
   command->footer("  vornixpath split '/a:/b;/c'");
   return command;
 }
 
 CLI::App* AddIri(CLI::App& app, IriOptions& options) {
-  CLI::App* const command =
-      app.add_subcommand("iri", "Turn a folder text into its identifier, or back")->group("Commands");
-  command->formatter(std::make_shared<HelpWithPositional>("TEXT"));
+  CLI::App* const command = AddCommand(app, "iri", "TEXT", "Turn a folder text into its identifier, or back");
   command->add_flag("--back", options.back, "TEXT is an identifier: write the text that people use for it");
   AddNulFlag(*command, options.form);
   command->footer(
@@ -133,12 +178,47 @@ void RequireCommand(const CLI::App& app, const std::vector<std::string>& options
   if (app.get_subcommands(isFirst).empty()) throw UsageError("there is no command \"" + Displayed(first) + "\"");
 }
 
-void RefuseContradictions(const WhichOptions& options) {
-  if (options.path.text && options.path.file) throw UsageError("--path and --path-file exclude each other");
-  if (options.json && options.form == OutputForm::NulTerminated) throw UsageError("--json and -0 exclude each other");
+void RefuseTwoPaths(const PathOptions& path) {
+  if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
+}
+
+void RefuseTwoForms(bool json, OutputForm form) {
+  if (json && form == OutputForm::NulTerminated) throw UsageError("--json and -0 exclude each other");
+}
+
+WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
+  options.names = positionals.AtLeastOne("NAME");
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
   for (const std::string& name : options.names) {
     if (name.empty()) throw UsageError("a NAME is empty");
   }
+  return options;
+}
+
+WhyOptions Completed(WhyOptions options, const Positionals& positionals) {
+  options.name = positionals.ExactlyOne("NAME");
+  RefuseTwoPaths(options.path);
+  if (options.name.empty()) throw UsageError("NAME is empty");
+  return options;
+}
+
+MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
+  options.partial = positionals.ExactlyOne("PARTIAL");
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
+  if (options.partial.empty()) throw UsageError("PARTIAL is empty");
+  return options;
+}
+
+SplitOptions Completed(SplitOptions options, const Positionals& positionals) {
+  options.text = positionals.ExactlyOne("TEXT");
+  return options;
+}
+
+IriOptions Completed(IriOptions options, const Positionals& positionals) {
+  options.text = positionals.ExactlyOne("TEXT");
+  return options;
 }
 
 }  // namespace
@@ -156,11 +236,15 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   app.footer("'vornixpath COMMAND --help' tells more. What follows '--' is never taken as an option.");
 
   WhichOptions which;
+  WhyOptions why;
+  MatchOptions match;
   SplitOptions split;
   IriOptions iri;
-  const CLI::App* const whichCommand = AddWhich(app, which)->allow_extras();
-  const CLI::App* const splitCommand = AddSplit(app, split)->allow_extras();
-  const CLI::App* const iriCommand = AddIri(app, iri)->allow_extras();
+  const CLI::App* const whichCommand = AddWhich(app, which);
+  const CLI::App* const whyCommand = AddWhy(app, why);
+  const CLI::App* const matchCommand = AddMatch(app, match);
+  const CLI::App* const splitCommand = AddSplit(app, split);
+  const CLI::App* const iriCommand = AddIri(app, iri);
 
   RequireCommand(app, options);
   try {
@@ -173,17 +257,11 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
     throw UsageError(Displayed(error.what()));
   }
 
-  if (whichCommand->parsed()) {
-    which.names = Positionals(*whichCommand, verbatim).AtLeastOne("NAME");
-    RefuseContradictions(which);
-    return which;
-  }
-  if (splitCommand->parsed()) {
-    split.text = Positionals(*splitCommand, verbatim).ExactlyOne("TEXT");
-    return split;
-  }
-  iri.text = Positionals(*iriCommand, verbatim).ExactlyOne("TEXT");
-  return iri;
+  if (whichCommand->parsed()) return Completed(which, Positionals(*whichCommand, verbatim));
+  if (whyCommand->parsed()) return Completed(why, Positionals(*whyCommand, verbatim));
+  if (matchCommand->parsed()) return Completed(match, Positionals(*matchCommand, verbatim));
+  if (splitCommand->parsed()) return Completed(split, Positionals(*splitCommand, verbatim));
+  return Completed(iri, Positionals(*iriCommand, verbatim));
 }
 
 }  // namespace vornixpath

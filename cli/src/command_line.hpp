@@ -35,6 +35,25 @@ struct WhichOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+struct WhyOptions {
+  std::string name;
+  PathOptions path;
+  std::optional<std::string> from;
+  std::string extensions = ".vnx";  ///< as for `which`
+  bool ignoreCase = false;
+  bool strict = false;
+  bool json = false;
+};
+
+struct MatchOptions {
+  std::string partial;
+  PathOptions path;
+  bool ignoreCase = false;
+  bool strict = false;  ///< match strictly; it has nothing to do with folders that could not be read
+  bool json = false;
+  OutputForm form = OutputForm::Lines;
+};
+
 struct SplitOptions {
   std::string text;
   OutputForm form = OutputForm::Lines;
@@ -46,7 +65,7 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

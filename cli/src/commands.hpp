@@ -9,6 +9,8 @@ namespace vornixpath {
 // the layers below pass to the caller.
 
 ExitStatus RunWhich(const WhichOptions& options);
+ExitStatus RunWhy(const WhyOptions& options);
+ExitStatus RunMatch(const MatchOptions& options);
 ExitStatus RunSplit(const SplitOptions& options);
 ExitStatus RunIri(const IriOptions& options);
 

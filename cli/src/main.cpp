@@ -14,6 +14,8 @@ namespace vornixpath {
 namespace {
 
 ExitStatus Run(const WhichOptions& options) { return RunWhich(options); }
+ExitStatus Run(const WhyOptions& options) { return RunWhy(options); }
+ExitStatus Run(const MatchOptions& options) { return RunMatch(options); }
 ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
 ExitStatus Run(const IriOptions& options) { return RunIri(options); }
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <search_path_interfaces/constants.hpp>
+#include <search_path_environment/folder_entry.hpp>
 #include <search_path_utilities/lookup.hpp>
+
+#include "looked_for.hpp"
 
 namespace vornixpath {
 
@@ -16,11 +18,6 @@ using Quorvex::PathManagement::IPathEntry;
 using Quorvex::PathManagement::MainScope;
 using Quorvex::PathManagement::VisibleScope;
 using Quorvex::PathManagement::detail::SearchTarget;
-
-bool IsPartialPathname(const SearchTarget& target) {
-  const auto& separators = Quorvex::PathManagement::Constants::PathnameSeparatorStr;
-  return target.GetBaseName().find_first_of(separators) != std::u16string::npos;
-}
 
 void AppendMatches(const std::shared_ptr<const IPathEntry>& entry, const SearchTarget& target,
                    FilenameMatchingPolicy policy, std::vector<FoundItem>& files) {
@@ -46,7 +43,8 @@ std::vector<FoundItem> FilesInClassFolders(const Standpoint& standpoint, const S
 }
 
 std::vector<FoundItem> FilesInOrderOfPrecedence(const Standpoint& standpoint, const SearchTarget& target) {
-  if (IsPartialPathname(target)) return standpoint.path.FindAllInScope(VisibleScope, target, standpoint.policy);
+  if (!FolderPartOf(target.GetBaseName()).empty())
+    return standpoint.path.FindAllInScope(VisibleScope, target, standpoint.policy);
 
   const std::vector<FoundItem> inClassFolders = FilesInClassFolders(standpoint, target);
   const std::vector<FoundItem> inMainFolders = standpoint.path.FindAllInScope(MainScope, target, standpoint.policy);

@@ -1,18 +1,13 @@
 #pragma once
 
 #include <boost/optional/optional.hpp>
-#include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/found_item.hpp>
+#include <search_path_interfaces/search_target.hpp>
 #include <vector>
 
-namespace vornixpath {
+#include "standpoint.hpp"
 
-/// A place to ask from, and how names are compared.
-struct Standpoint {
-  const Quorvex::PathEnvironment::FolderPath& path;
-  boost::optional<foundation::storage::vfs::AbsoluteIRI> folder;  ///< none: ask on the whole path
-  Quorvex::PathManagement::FilenameMatchingPolicy policy;
-};
+namespace vornixpath {
 
 /// The one file that `target` means.
 [[nodiscard]] boost::optional<Quorvex::PathManagement::FoundItem> FindVisibleFile(

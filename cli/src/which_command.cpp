@@ -1,15 +1,14 @@
 #include <algorithm>
-#include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
-#include <foundation/storage/vfs/exception.hpp>
 #include <search_path_utilities/lookup.hpp>
-#include <search_path_utilities/path_editing.hpp>
 
 #include "commands.hpp"
-#include "folder_text.hpp"
+#include "extension_list.hpp"
+#include "looked_for.hpp"
 #include "output.hpp"
 #include "path_source.hpp"
-#include "usage_error.hpp"
+#include "path_troubles.hpp"
+#include "standpoint.hpp"
 #include "visible_files.hpp"
 #include "which_report.hpp"
 
@@ -18,76 +17,10 @@ namespace vornixpath {
 namespace {
 
 using fl::filesystem::from_bytes;
-using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathEnvironment::FolderPath;
-using Quorvex::PathEnvironment::PathProblem;
-using Quorvex::PathEnvironment::ProblemKind;
-using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::GetStringFromIRI;
 using Quorvex::PathManagement::detail::SearchTarget;
 
-// "h" and ".h" both mean ".h"; an empty element means no extension.
-std::vector<std::u16string> ExtensionsFromText(const std::u16string& text) {
-  std::vector<std::u16string> extensions;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(u',', begin), text.size());
-    const std::u16string extension = text.substr(begin, end - begin);
-    const bool needsDot = !extension.empty() && extension.front() != u'.';
-    extensions.push_back(needsDot ? u'.' + extension : extension);
-    begin = end + 1;
-  }
-  return extensions;
-}
-
-AbsoluteIRI LocationFromArgument(const std::u16string& text) {
-  try {
-    return LocationFromText(text, CurrentFolder());
-  } catch (const foundation::storage::vfs::Exception& exception) {
-    throw UsageError(exception.what());
-  }
-}
-
-bool IsOnPath(const FolderPath& path, const AbsoluteIRI& folder) {
-  return path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native) != nullptr;
-}
-
-// The folder under the spelling by which the path knows it, if it does.
-AbsoluteIRI FolderToAskFrom(const FolderPath& path, const std::u16string& text) {
-  const AbsoluteIRI folder = LocationFromArgument(text);
-  if (IsOnPath(path, folder)) return folder;
-  try {
-    const AbsoluteIRI canonical = Quorvex::PathManagement::GetCanonicalIRI(folder).getAbsoluteIRI();
-    if (IsOnPath(path, canonical)) return canonical;
-  } catch (const foundation::storage::vfs::Exception& exception) {
-    WriteWarning(exception.what());
-  }
-  WriteWarning(Quoted(text) + " is not on the path, so it contributes no private folder");
-  return folder;
-}
-
-// A repeat is no trouble: the folder is searched at its first place.
-std::vector<PathProblem> TroublesOf(const FolderPath& path) {
-  std::vector<PathProblem> troubles;
-  const auto& problems = path.GetProblems();
-  std::copy_if(problems.begin(), problems.end(), std::back_inserter(troubles),
-               [](const PathProblem& problem) { return problem.kind != ProblemKind::Repeated; });
-  return troubles;
-}
-
-void Warn(const std::vector<PathProblem>& troubles) {
-  for (const PathProblem& trouble : troubles) {
-    WriteWarning(Quoted(GetStringFromIRI(trouble.location)) + ", folder " + std::to_string(trouble.position + 1) +
-                 " of the path: " + ReasonOf(trouble));
-  }
-}
-
 void ReportMiss(const std::u16string& name, const SearchTarget& target) {
-  std::string tried;
-  for (const std::u16string& extension : target.GetExtensions()) {
-    if (!tried.empty()) tried += ", ";
-    tried += fl::filesystem::to_displayed_text(target.GetBaseName() + extension);
-  }
-  WriteMessage(Quoted(name) + " means no file on the path (looked for " + tried + ")");
+  WriteMessage(Quoted(name) + " means no file on the path (looked for " + ListLookedFor(target) + ")");
 }
 
 Answer AnswerFor(const std::u16string& name, const std::vector<std::u16string>& extensions,
@@ -108,13 +41,10 @@ Answer AnswerFor(const std::u16string& name, const std::vector<std::u16string>& 
 
 ExitStatus RunWhich(const WhichOptions& options) {
   const auto path = LoadPath(options.path);
-  const std::vector<PathProblem> troubles = TroublesOf(*path);
+  const auto troubles = TroublesOf(*path);
   Warn(troubles);
 
-  Standpoint standpoint{*path, boost::none,
-                        options.ignoreCase ? FilenameMatchingPolicy::CaseInsensitive : FilenameMatchingPolicy::Native};
-  if (options.from) standpoint.folder = FolderToAskFrom(*path, from_bytes(*options.from));
-
+  const Standpoint standpoint = StandpointOn(*path, options.from, options.ignoreCase);
   const std::vector<std::u16string> extensions = ExtensionsFromText(from_bytes(options.extensions));
   std::vector<Answer> answers;
   answers.reserve(options.names.size());

@@ -1,0 +1,29 @@
+#include "path_troubles.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <search_path_utilities/path_editing.hpp>
+
+#include "output.hpp"
+
+namespace vornixpath {
+
+using Quorvex::PathEnvironment::PathProblem;
+using Quorvex::PathEnvironment::ProblemKind;
+
+std::vector<PathProblem> TroublesOf(const Quorvex::PathEnvironment::FolderPath& path) {
+  std::vector<PathProblem> troubles;
+  const auto& problems = path.GetProblems();
+  std::copy_if(problems.begin(), problems.end(), std::back_inserter(troubles),
+               [](const PathProblem& problem) { return problem.kind != ProblemKind::Repeated; });
+  return troubles;
+}
+
+void Warn(const std::vector<PathProblem>& troubles) {
+  for (const PathProblem& trouble : troubles) {
+    WriteWarning(Quoted(Quorvex::PathManagement::GetStringFromIRI(trouble.location)) + ", folder " +
+                 std::to_string(trouble.position + 1) + " of the path: " + ReasonOf(trouble));
+  }
+}
+
+}  // namespace vornixpath

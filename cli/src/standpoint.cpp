@@ -1,0 +1,57 @@
+#include "standpoint.hpp"
+
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <search_path_utilities/path_editing.hpp>
+
+#include "folder_text.hpp"
+#include "output.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using Quorvex::PathEnvironment::FolderPath;
+using Quorvex::PathManagement::FilenameMatchingPolicy;
+
+AbsoluteIRI LocationFromArgument(const std::u16string& text) {
+  try {
+    return LocationFromText(text, CurrentFolder());
+  } catch (const foundation::storage::vfs::Exception& exception) {
+    throw UsageError(exception.what());
+  }
+}
+
+bool IsOnPath(const FolderPath& path, const AbsoluteIRI& folder) {
+  return path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native) != nullptr;
+}
+
+// The folder under the spelling by which the path knows it, if it does.
+AbsoluteIRI FolderToAskFrom(const FolderPath& path, const std::u16string& text) {
+  const AbsoluteIRI folder = LocationFromArgument(text);
+  if (IsOnPath(path, folder)) return folder;
+  try {
+    const AbsoluteIRI canonical = Quorvex::PathManagement::GetCanonicalIRI(folder).getAbsoluteIRI();
+    if (IsOnPath(path, canonical)) return canonical;
+  } catch (const foundation::storage::vfs::Exception& exception) {
+    WriteWarning(exception.what());
+  }
+  WriteWarning(Quoted(text) + " is not on the path, so it contributes no private folder");
+  return folder;
+}
+
+}  // namespace
+
+FilenameMatchingPolicy PolicyFor(bool ignoreCase) {
+  return ignoreCase ? FilenameMatchingPolicy::CaseInsensitive : FilenameMatchingPolicy::Native;
+}
+
+Standpoint StandpointOn(const FolderPath& path, const std::optional<std::string>& from, bool ignoreCase) {
+  Standpoint standpoint{path, boost::none, PolicyFor(ignoreCase)};
+  if (from) standpoint.folder = FolderToAskFrom(path, fl::filesystem::from_bytes(*from));
+  return standpoint;
+}
+
+}  // namespace vornixpath

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <boost/optional/optional.hpp>
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <optional>
+#include <search_path_environment/folder_path.hpp>
+#include <search_path_interfaces/path.hpp>
+#include <string>
+
+namespace vornixpath {
+
+/// A place to ask from, and how names are compared. The path is the caller's.
+struct Standpoint {
+  const Quorvex::PathManagement::IPath& path;
+  boost::optional<foundation::storage::vfs::AbsoluteIRI> folder;  ///< none: ask on the whole path
+  Quorvex::PathManagement::FilenameMatchingPolicy policy;
+};
+
+/// How file names are compared with or without --ignore-case.
+[[nodiscard]] Quorvex::PathManagement::FilenameMatchingPolicy PolicyFor(bool ignoreCase);
+
+/// The standpoint of code in the folder `from`, in any spelling, or of the whole path. Warns of a folder that is not on
+/// the path. Throws UsageError when `from` is malformed.
+[[nodiscard]] Standpoint StandpointOn(const Quorvex::PathEnvironment::FolderPath& path,
+                                      const std::optional<std::string>& from, bool ignoreCase);
+
+}  // namespace vornixpath
