@@ -117,9 +117,7 @@ CLI::App* AddWhich(CLI::App& app, WhichOptions& options) {
 }
 
 CLI::App* AddWhy(CLI::App& app, WhyOptions& options) {
-  CLI::App* const command =
-      AddCommand(app, "why", "NAME",
-                 "Tell step by step why NAME means that file, what it hides, or what is near when there is none");
+  CLI::App* const command = AddCommand(app, "why", "NAME", "Tell step by step why NAME means the file it means");
   AddPathOptions(*command, options.path);
   AddFromOption(*command, options.from);
   AddExtensionOption(*command, options.extensions);
@@ -128,7 +126,7 @@ CLI::App* AddWhy(CLI::App& app, WhyOptions& options) {
   command->add_flag("--json", options.json, "Write one JSON document");
   command->footer(
       "The answer is that of 'vornixpath which NAME'. Folders are numbered as they stand on the path, from 1.\n"
-      "When NAME means nothing, plain subfolders next to the path are looked at, too.\n"
+      "When NAME means nothing, plain subfolders of the path's folders are looked into, too.\n"
       "Exit status: 0 found, 1 not found, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
       "  vornixpath why greet --path ~/toolbox:~/more");
   return command;

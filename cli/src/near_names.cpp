@@ -59,7 +59,7 @@ std::u16string FoldersWithinPath(const FolderPath& path, Entry entry) {
     const std::u16string name = entry->GetAbsoluteIRI().getName();
     const bool isMarked =
         entry->GetEntryType() == PathEntryType::Package || entry->GetEntryType() == PathEntryType::Class;
-    folders = name.substr(isMarked ? 1 : 0) + u'/' + folders;
+    folders.insert(0, name.substr(isMarked ? 1 : 0) + u'/');
   }
   return folders;
 }

@@ -15,9 +15,7 @@ namespace {
 using fl::filesystem::to_displayed_text;
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::FoundItem;
 using Quorvex::PathManagement::IPathEntry;
-using Quorvex::PathManagement::PathItem;
 
 std::string Shown(const AbsoluteIRI& location) {
   return to_displayed_text(Quorvex::PathManagement::GetStringFromIRI(location));
