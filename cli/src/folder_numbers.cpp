@@ -14,8 +14,9 @@ FolderNumbers::FolderNumbers(const Quorvex::PathEnvironment::FolderPath& path) :
     if (problem.kind == ProblemKind::Repeated) repeats.insert(problem.position);
   }
 
+  const auto folders = path.GetMainEntries();
   std::size_t position = 0;
-  for (const auto& entry : *path.GetMainEntries()) {
+  for (const auto& entry : *folders) {
     while (repeats.count(position) != 0) ++position;
     numbers_.emplace(entry.get(), ++position);
   }

@@ -80,7 +80,8 @@ class Search {
       LookThrough(entry);
       return false;
     });
-    for (const Entry& folder : *path_.GetMainEntries()) LookBelow(*folder);
+    const auto folders = path_.GetMainEntries();
+    for (const Entry& folder : *folders) LookBelow(*folder);
     AddUnreadableFolders();
     std::stable_sort(near_.begin(), near_.end(),
                      [](const NearName& left, const NearName& right) { return left.obstacle < right.obstacle; });
