@@ -18,10 +18,10 @@ bool IsSeparator(char16_t unit) {
 
 }  // namespace
 
-FolderMatcher::FolderMatcher(const std::u16string& folders, FilenameMatchingPolicy policy)
+FolderMatcher::FolderMatcher(std::u16string_view folders, FilenameMatchingPolicy policy)
     : policy_(policy), components_(SplitIntoComponents(folders)) {
   const bool isWholePath = !folders.empty() && IsSeparator(folders.front());
-  if (isWholePath) wholePath_ = fl::filesystem::detail::make_native_form(folders, true);
+  if (isWholePath) wholePath_ = fl::filesystem::detail::make_native_form(std::u16string(folders), true);
 }
 
 bool FolderMatcher::Matches(const std::shared_ptr<const FolderEntry>& entry) const {
@@ -38,12 +38,13 @@ const std::u16string& FolderMatcher::GetLastName() const noexcept {
   return components_.empty() ? none : components_.back();
 }
 
-std::vector<std::u16string> SplitIntoComponents(const std::u16string& text) {
-  std::vector<std::u16string> components;
-  for (auto begin = text.begin(); begin != text.end();) {
-    const auto end = std::find_if(begin, text.end(), IsSeparator);
-    if (begin != end) components.emplace_back(begin, end);
-    begin = std::find_if_not(end, text.end(), IsSeparator);
+Components SplitIntoComponents(std::u16string_view text) {
+  const std::u16string& separators = PathManagement::Constants::PathnameSeparatorStr;
+  Components components;
+  for (std::size_t begin = text.find_first_not_of(separators); begin != std::u16string_view::npos;) {
+    const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
+    components.emplace_back(text.substr(begin, end - begin));
+    begin = text.find_first_not_of(separators, end);
   }
   return components;
 }

@@ -1,17 +1,24 @@
 #pragma once
 
+#include <boost/container/small_vector.hpp>
 #include <search_path_environment/folder_entry.hpp>
 #include <search_path_interfaces/filename_matching_policy.hpp>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace Quorvex::PathEnvironment {
+
+/// Folder names; few in most pathnames, so that the list costs no allocation.
+using Components = boost::container::small_vector<std::u16string, 4>;
+
+/// The names between the separators of `text`.
+[[nodiscard]] Components SplitIntoComponents(std::u16string_view text);
 
 /// Which folders a partial pathname, folder names only, means under a policy. A text that begins with a separator means
 /// the one folder with that whole path.
 class FolderMatcher {
  public:
-  FolderMatcher(const std::u16string& folders, PathManagement::FilenameMatchingPolicy policy);
+  FolderMatcher(std::u16string_view folders, PathManagement::FilenameMatchingPolicy policy);
 
   /// False for an entry whose location is no path of its storage, such as file://host/x: no pathname names it.
   [[nodiscard]] bool Matches(const std::shared_ptr<const FolderEntry>& entry) const;
@@ -22,10 +29,7 @@ class FolderMatcher {
  private:
   PathManagement::FilenameMatchingPolicy policy_;
   std::u16string wholePath_;
-  std::vector<std::u16string> components_;
+  Components components_;
 };
-
-/// The names between the separators of `text`.
-[[nodiscard]] std::vector<std::u16string> SplitIntoComponents(const std::u16string& text);
 
 }  // namespace Quorvex::PathEnvironment

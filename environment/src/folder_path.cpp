@@ -7,6 +7,7 @@
 #include <map>
 #include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/constants.hpp>
+#include <search_path_utilities/lookup.hpp>
 #include <stdexcept>
 #include <utility>
 
@@ -38,20 +39,6 @@ struct Placed {
   T value;
 };
 
-template <class T>
-std::vector<T> MergedByPosition(std::vector<Placed<T>> base, std::vector<Placed<T>> upper) {
-  std::vector<Placed<T>> placed;
-  placed.reserve(base.size() + upper.size());
-  std::merge(std::move_iterator(base.begin()), std::move_iterator(base.end()), std::move_iterator(upper.begin()),
-             std::move_iterator(upper.end()), std::back_inserter(placed),
-             [](const auto& left, const auto& right) { return left.position < right.position; });
-
-  std::vector<T> merged;
-  merged.reserve(placed.size());
-  for (auto& value : placed) merged.push_back(std::move(value.value));
-  return merged;
-}
-
 void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector<PathProblem>& problems) {
   for (PathProblem problem : entry.GetProblems()) {
     problem.position = position;
@@ -63,11 +50,29 @@ void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector
 // A path's own layer takes the replaced folders in when more than one in so many is replaced.
 constexpr std::size_t kShareOfReplacedFolders = 16;
 
-// Where a base name's folders end; 0 for a plain name.
-std::size_t LengthOfFolders(const std::u16string& name) {
-  const std::size_t separator = name.find_last_of(PathManagement::Constants::PathnameSeparatorStr);
-  return separator == std::u16string::npos ? 0 : separator + 1;
-}
+struct AnyFolder {
+  static bool Matches(const FolderEntryPtr& /*entry*/) { return true; }
+};
+
+// A target that names folders, too, taken apart.
+class PartialTarget {
+ public:
+  PartialTarget(const SearchTarget& target, FilenameMatchingPolicy policy)
+      : PartialTarget(target, target.GetBaseName().find_last_of(PathManagement::Constants::PathnameSeparatorStr) + 1,
+                      policy) {}
+
+ private:
+  PartialTarget(const SearchTarget& target, std::size_t lengthOfFolders, FilenameMatchingPolicy policy)
+      : name_(target.GetBaseName().substr(lengthOfFolders)),
+        plain(name_, target.GetExtensions()),
+        folders(std::u16string_view(target.GetBaseName()).substr(0, lengthOfFolders), policy) {}
+
+  std::u16string name_;
+
+ public:
+  SearchTarget plain;
+  FolderMatcher folders;
+};
 
 }  // namespace
 
@@ -97,20 +102,35 @@ struct FolderPath::State {
     if (upper) ask(*upper, [](const Slot& /*slot*/) { return true; });
   }
 
-  // What `collect(layer, isAlive, placed)` gathers in both layers, in path order.
+  // What `collect(layer, isAlive, add)` adds, by position, in both layers, in path order.
   template <class T, class Collect>
   std::vector<T> InPathOrder(const Collect& collect) const {
-    std::vector<Placed<T>> ofLayer[2];
-    std::size_t layer = 0;
-    ForEachLayer([&](const PathLayer& asked, const auto& isAlive) { collect(asked, isAlive, ofLayer[layer++]); });
-    return MergedByPosition(std::move(ofLayer[0]), std::move(ofLayer[1]));
+    std::vector<T> values;
+    if (!upper) {
+      collect(
+          *base, [](const Slot& /*slot*/) { return true; },
+          [&values](Position /*position*/, T value) { values.push_back(std::move(value)); });
+      return values;
+    }
+    std::vector<Placed<T>> placed;
+    ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
+      collect(layer, isAlive, [&placed](Position position, T value) {
+        placed.push_back({position, std::move(value)});
+      });
+    });
+    // A position is alive in one layer only, and there its values are in order.
+    std::stable_sort(placed.begin(), placed.end(),
+                     [](const auto& left, const auto& right) { return left.position < right.position; });
+    std::transform(placed.begin(), placed.end(), std::back_inserter(values),
+                   [](Placed<T>& found) { return std::move(found.value); });
+    return values;
   }
 
   // The main entries in path order.
   std::vector<FolderEntryPtr> MainEntries() const {
-    return InPathOrder<FolderEntryPtr>([](const PathLayer& layer, const auto& isAlive, auto& placed) {
+    return InPathOrder<FolderEntryPtr>([](const PathLayer& layer, const auto& isAlive, const auto& add) {
       for (const Slot& slot : layer.GetSlots()) {
-        if (slot.parent == kNoOrdinal && isAlive(slot)) placed.push_back({slot.position, slot.entry});
+        if (slot.parent == kNoOrdinal && isAlive(slot)) add(slot.position, slot.entry);
       }
     });
   }
@@ -157,49 +177,41 @@ struct FolderPath::State {
         [&](const LocationTable& table, const auto& isAlive) { return table.FindLocation(location, isAlive); });
   }
 
-  // `target` is a plain name; `isWanted(entry)` tells whether the folder is one that its folders mean.
-  template <class IsWanted>
+  // `target` is a plain name; `folders.Matches(entry)` tells whether the folder may be the file's.
+  template <class Folders>
   boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
-                                       const IsWanted& isWanted) const {
+                                       const Folders& folders) const {
+    const auto admits = [&](const Slot& slot) { return scope.Contains(slot.kind) && folders.Matches(slot.entry); };
+    if (!upper) return Found(base->FindFirst(target, policy, admits));
+
     PathLayer::Hit first;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
-      PathLayer::Hit hit = layer.FindFirst(target, policy, [&](const Slot& slot) {
-        return scope.Contains(slot.kind) && isAlive(slot) && isWanted(slot.entry);
-      });
+      PathLayer::Hit hit =
+          layer.FindFirst(target, policy, [&](const Slot& slot) { return isAlive(slot) && admits(slot); });
       if (hit.item && (!first.item || hit.slot->position < first.slot->position)) first = std::move(hit);
     });
-    if (!first.item) return boost::none;
-    return FoundItem(std::move(first.item), first.slot->entry);
+    return Found(std::move(first));
   }
 
-  template <class IsWanted>
+  static boost::optional<FoundItem> Found(PathLayer::Hit hit) {
+    if (!hit.item) return boost::none;
+    return FoundItem(std::move(hit.item), hit.slot->entry);
+  }
+
+  template <class Folders>
   std::vector<FoundItem> FindAll(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
-                                 const IsWanted& isWanted) const {
-    return InPathOrder<FoundItem>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+                                 const Folders& folders) const {
+    return InPathOrder<FoundItem>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
       const auto admits = [&](const Slot& slot) {
-        return scope.Contains(slot.kind) && isAlive(slot) && isWanted(slot.entry);
+        return scope.Contains(slot.kind) && isAlive(slot) && folders.Matches(slot.entry);
       };
       layer.ForEachHolder(target, policy, admits, [&](const Slot& slot) {
         for (auto& item : slot.entry->FindAll(target, policy)) {
-          placed.push_back({slot.position, FoundItem(std::move(item), slot.entry)});
+          add(slot.position, FoundItem(std::move(item), slot.entry));
         }
         return false;
       });
     });
-  }
-
-  // Calls `search(plainTarget, isWanted)`, where `isWanted` tells whether an entry's folder is the one that the target
-  // names.
-  template <class Search>
-  static auto WithPlainName(const SearchTarget& target, FilenameMatchingPolicy policy, const Search& search) {
-    const std::u16string& name = target.GetBaseName();
-    const std::size_t length = LengthOfFolders(name);
-    if (length == 0) return search(target, [](const FolderEntryPtr& /*entry*/) { return true; });
-
-    const FolderMatcher folders(name.substr(0, length), policy);
-    const std::u16string plainName = name.substr(length);
-    return search(SearchTarget(plainName, target.GetExtensions()),
-                  [&folders](const FolderEntryPtr& entry) { return folders.Matches(entry); });
   }
 };
 
@@ -258,23 +270,24 @@ std::shared_ptr<const std::vector<EntryPtr>> FolderPath::GetMainEntries() const 
 }
 
 std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
-  return state_->InPathOrder<EntryPtr>([](const PathLayer& layer, const auto& isAlive, auto& placed) {
+  return state_->InPathOrder<EntryPtr>([](const PathLayer& layer, const auto& isAlive, const auto& add) {
     for (const Slot& slot : layer.GetSlots()) {
-      if (slot.parent != kNoOrdinal && isAlive(slot)) placed.push_back({slot.position, slot.entry});
+      if (slot.parent != kNoOrdinal && isAlive(slot)) add(slot.position, slot.entry);
     }
   });
 }
 
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
-  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+  if (!state_->base->MayHoldClassFolder(name, policy) && !state_->upper) return {};
+  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
     layer.ForEachClassFolder(name, policy, isAlive, [&](const Slot& slot) {
       const Slot& parent = layer.GetSlots()[slot.parent];
       if (!scope.Contains(parent.kind)) return;
 
       const std::u16string folderName = slot.entry->GetLocation().getName();
       const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, folderName.substr(1));
-      if (matches) placed.push_back({slot.position, slot.entry});
+      if (matches) add(slot.position, slot.entry);
     });
   });
 }
@@ -282,10 +295,10 @@ std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, cons
 std::vector<EntryPtr> FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const std::u16string& partialPathname,
                                                               FilenameMatchingPolicy policy) const {
   const FolderMatcher folders(partialPathname, policy);
-  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, auto& placed) {
+  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
     layer.ForEachFolderThatMayBear(folders.GetLastName(), [&](const Slot& slot) {
       if (!scope.Contains(slot.kind) || !isAlive(slot) || !folders.Matches(slot.entry)) return;
-      placed.push_back({slot.position, slot.entry});
+      add(slot.position, slot.entry);
     });
   });
 }
@@ -313,16 +326,18 @@ EntryPtr FolderPath::GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& loc
 
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
-  return State::WithPlainName(target, policy, [&](const SearchTarget& plain, const auto& isWanted) {
-    return state_->FindFirst(scope, plain, policy, isWanted);
-  });
+  if (!PathManagement::IsPartialPathname(target.GetBaseName()))
+    return state_->FindFirst(scope, target, policy, AnyFolder());
+  const PartialTarget partial(target, policy);
+  return state_->FindFirst(scope, partial.plain, policy, partial.folders);
 }
 
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
                                                   FilenameMatchingPolicy policy) const {
-  return State::WithPlainName(target, policy, [&](const SearchTarget& plain, const auto& isWanted) {
-    return state_->FindAll(scope, plain, policy, isWanted);
-  });
+  if (!PathManagement::IsPartialPathname(target.GetBaseName()))
+    return state_->FindAll(scope, target, policy, AnyFolder());
+  const PartialTarget partial(target, policy);
+  return state_->FindAll(scope, partial.plain, policy, partial.folders);
 }
 
 bool FolderPath::ForEachEntry(SearchScope scope, const PathEntryCallback& callback) const {

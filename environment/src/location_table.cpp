@@ -30,7 +30,8 @@ void LocationTable::Add(const std::shared_ptr<const FolderEntry>& entry, Ordinal
                         Position position) {
   if (slots_.size() >= kNoOrdinal) throw std::length_error("the path has more than four billion entries");
   const auto ordinal = static_cast<Ordinal>(slots_.size());
-  slots_.push_back({entry, parent, main, position, entry->GetEntryType()});
+  slots_.push_back(
+      {entry, entry->GetLocation(), entry->GetNames().GetView(), parent, main, position, entry->GetEntryType()});
   for (const auto& child : entry->GetChildren()) Add(child, ordinal, main, position);
 }
 

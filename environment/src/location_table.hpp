@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "folder_names.hpp"
 #include "lazy.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -26,11 +27,14 @@ using Position = std::uint32_t;
 /// Immutable, safe from any thread.
 class LocationTable {
  public:
-  struct Slot {
+  /// An entry and where it stands. All that a lookup by name needs, in one cache line.
+  struct alignas(64) Slot {
     std::shared_ptr<const FolderEntry> entry;
-    Ordinal parent;     ///< kNoOrdinal for a main entry
-    Ordinal main;       ///< itself for a main entry
-    Position position;  ///< of its main entry on the path
+    foundation::storage::vfs::AbsoluteIRI location;  ///< of the entry
+    FolderNames::View names;                         ///< of the entry's files
+    Ordinal parent;                                  ///< kNoOrdinal for a main entry
+    Ordinal main;                                    ///< itself for a main entry
+    Position position;                               ///< of its main entry on the path
     PathManagement::PathEntryType kind;
   };
 

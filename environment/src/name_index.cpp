@@ -5,29 +5,11 @@
 #include <fl/filesystem/case_folding.hpp>
 #include <stdexcept>
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
 namespace Quorvex::PathEnvironment {
 
 namespace {
 
 using PathManagement::PathEntryType;
-
-std::size_t HashOf(std::u16string_view text) {
-  return static_cast<std::size_t>(XXH3_64bits(text.data(), text.size() * sizeof(char16_t)));
-}
-
-// A packed name is hashed as the callers' names are: in UTF-16.
-std::size_t HashOf(TextPiece piece) {
-  std::array<char16_t, 256> buffer;
-  if (piece.size() > buffer.size()) return HashOf(std::u16string_view(piece.ToString()));
-  piece.CopyTo(buffer.data());
-  return HashOf(std::u16string_view(buffer.data(), piece.size()));
-}
-
-std::u16string TextOf(TextPiece piece) { return piece.ToString(); }
-std::u16string TextOf(const std::u16string& text) { return text; }
 
 std::uint64_t NumberOf(const NameIndex::Posting& posting) {
   return (std::uint64_t{posting.entry} << 32U) | std::uint64_t{posting.item};
@@ -36,13 +18,11 @@ std::uint64_t NumberOf(const NameIndex::Posting& posting) {
 }  // namespace
 
 NameIndex::NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys)
-    : keys_(keys), firsts_(0, HashSlot{this}, EqualSlots{this}) {
+    : keys_(keys), slots_(slots.data()), firsts_(0, HashName{this}, IsSameName{this}) {
   std::size_t count = 0;
-  names_.reserve(slots.size());
   for (const auto& slot : slots) {
-    names_.push_back(slot.entry->GetNames().GetView());
-    count += names_.back().size() + (slot.kind == PathEntryType::Class ? 1 : 0);
-    if (names_.back().size() >= kClassFolder) throw std::length_error("a folder holds more than two billion files");
+    count += slot.names.size() + (slot.kind == PathEntryType::Class ? 1 : 0);
+    if (slot.names.size() >= kClassFolder) throw std::length_error("a folder holds more than two billion files");
   }
   if (count > 0xFFFFFFFF) throw std::length_error("the path holds more than four billion files");
 
@@ -59,7 +39,7 @@ NameIndex::NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys)
 }
 
 void NameIndex::AddFiles(Ordinal ordinal, ByFirst<std::vector<Posting>>& others) {
-  for (std::uint32_t item = 0; item < names_[ordinal].size(); ++item) {
+  for (std::uint32_t item = 0; item < slots_[ordinal].names.size(); ++item) {
     Add({ordinal, item & kClassFolder, 0}, others);
   }
 }
@@ -80,45 +60,36 @@ void NameIndex::LayOut(const ByFirst<std::vector<Posting>>& others) {
   others_.shrink_to_fit();
 }
 
-const NameIndex::Posting* NameIndex::FindFirst(std::u16string_view name) const {
-  const auto found =
-      keys_ == Keys::Exact ? firsts_.find(name) : firsts_.find(std::u16string_view(fl::filesystem::fold_case(name)));
-  return found == firsts_.end() ? nullptr : &*found;
-}
-
 std::span<const NameIndex::Posting> NameIndex::OthersLike(const Posting& first) const {
   if (first.hasOthers == 0) return {};
   const Row& row = rows_.at(NumberOf(first));
   return std::span(others_).subspan(row.begin, row.count);
 }
 
-template <class Use>
-auto NameIndex::WithNameOf(const Posting& posting, const Use& use) const {
-  if (posting.IsClassFolder()) return use(classNames_.at(posting.entry));
-  return use(names_[posting.entry].BaseName(posting.item));
+NameIndex::Firsts::const_iterator NameIndex::FindFolded(std::u16string_view name) const {
+  return firsts_.find(std::u16string_view(fl::filesystem::fold_case(name)));
 }
 
-std::size_t NameIndex::HashSlot::operator()(const Posting& first) const {
-  return index->WithNameOf(first, [this](const auto& name) {
-    return index->keys_ == Keys::Exact ? HashOf(name) : HashOf(fl::filesystem::fold_case(TextOf(name)));
-  });
+std::u16string NameIndex::KeyOf(const Posting& posting) const {
+  std::u16string name = posting.IsClassFolder() ? classNames_.at(posting.entry)
+                                                : slots_[posting.entry].names.BaseName(posting.item).ToString();
+  return keys_ == Keys::Exact ? name : fl::filesystem::fold_case(name);
 }
 
-std::size_t NameIndex::HashSlot::operator()(std::u16string_view key) const { return HashOf(key); }
+bool NameIndex::BearsOddly(const Posting& posting, std::u16string_view key) const { return KeyOf(posting) == key; }
 
-bool NameIndex::EqualSlots::operator()(const Posting& left, const Posting& right) const {
-  const std::u16string name = index->WithNameOf(right, [](const auto& text) { return TextOf(text); });
-  return (*this)(left, index->keys_ == Keys::Exact ? name : fl::filesystem::fold_case(name));
+std::size_t NameIndex::HashName::operator()(const Posting& first) const {
+  // A packed name is hashed as the callers' names are: in UTF-16.
+  std::array<char16_t, 256> buffer;
+  const bool isOdd = index->keys_ == Keys::Folded || first.IsClassFolder();
+  const TextPiece name = isOdd ? TextPiece(u"", 0) : index->slots_[first.entry].names.BaseName(first.item);
+  if (isOdd || name.size() > buffer.size()) return (*this)(std::u16string_view(index->KeyOf(first)));
+  name.CopyTo(buffer.data());
+  return (*this)(std::u16string_view(buffer.data(), name.size()));
 }
 
-bool NameIndex::EqualSlots::operator()(const Posting& first, std::u16string_view key) const {
-  return index->WithNameOf(first, [&](const auto& name) {
-    return index->keys_ == Keys::Exact ? name == key : fl::filesystem::fold_case(TextOf(name)) == key;
-  });
-}
-
-bool NameIndex::EqualSlots::operator()(std::u16string_view key, const Posting& first) const {
-  return (*this)(first, key);
+bool NameIndex::IsSameName::operator()(const Posting& left, const Posting& right) const {
+  return index->Bears(left, index->KeyOf(right));
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -1,6 +1,9 @@
 // From a name to the places on a path that bear it, without a walk.
 #pragma once
 
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 #include <cstdint>
@@ -17,8 +20,8 @@ namespace Quorvex::PathEnvironment {
 
 /// Under each base name, in path order: the files of that base name, and the class folders of that name.
 ///
-/// Both stand in one table, so that the two questions of a lookup meet the same slot. Keys are handles into the
-/// entries' own name tables; the entries of the slots given must outlive the index. Immutable, safe from any thread.
+/// Both stand in one table, so that the two questions of a lookup meet the same place. Keys are handles into the
+/// entries' own name tables; the slots given must outlive the index. Immutable, safe from any thread.
 class NameIndex {
  public:
   enum class Keys {
@@ -43,50 +46,63 @@ class NameIndex {
 
   /// The first that bears `name`, a base name or the name of a class without '@'; null when nothing does. Valid as
   /// long as the index. O(1).
-  [[nodiscard]] const Posting* FindFirst(std::u16string_view name) const;
+  [[nodiscard]] const Posting* FindFirst(std::u16string_view name) const {
+    const auto found = keys_ == Keys::Exact ? firsts_.find(name) : FindFolded(name);
+    return found == firsts_.end() ? nullptr : &*found;
+  }
 
   /// What else bears the name of `first`, which FindFirst gave, in path order. O(1).
   [[nodiscard]] std::span<const Posting> OthersLike(const Posting& first) const;
 
-  /// False when surely no class folder bears `name`: most names cost no hash to find that out.
+  /// False when surely no class folder bears exactly `name`: most names cost no hash to find that out.
   [[nodiscard]] bool MayHoldClassFolder(std::u16string_view name) const noexcept {
-    return keys_ == Keys::Folded || classNameFilter_.MayHold(name);
+    return classNameFilter_.MayHold(name);
   }
 
-  /// The names of the files in the folder of an entry.
-  [[nodiscard]] const FolderNames::View& NamesOf(Ordinal ordinal) const { return names_[ordinal]; }
-
  private:
-  struct HashSlot {
+  struct HashName {
     using is_transparent = void;
     using is_avalanching = void;
     const NameIndex* index;
+    std::size_t operator()(std::u16string_view key) const noexcept {
+      return static_cast<std::size_t>(XXH3_64bits(key.data(), key.size() * sizeof(char16_t)));
+    }
     std::size_t operator()(const Posting& first) const;
-    std::size_t operator()(std::u16string_view key) const;
   };
-  struct EqualSlots {
+  struct IsSameName {
     using is_transparent = void;
     const NameIndex* index;
+    bool operator()(const Posting& first, std::u16string_view key) const { return index->Bears(first, key); }
+    bool operator()(std::u16string_view key, const Posting& first) const { return index->Bears(first, key); }
     bool operator()(const Posting& left, const Posting& right) const;
-    bool operator()(const Posting& first, std::u16string_view key) const;
-    bool operator()(std::u16string_view key, const Posting& first) const;
   };
   struct Row {
     std::uint32_t begin;
     std::uint32_t count;
   };
-  using Firsts = boost::unordered_flat_set<Posting, HashSlot, EqualSlots>;
+  using Firsts = boost::unordered_flat_set<Posting, HashName, IsSameName>;
   template <class Value>
   using ByFirst = boost::unordered_flat_map<std::uint64_t, Value>;
 
   void AddFiles(Ordinal ordinal, ByFirst<std::vector<Posting>>& others);
   void Add(Posting posting, ByFirst<std::vector<Posting>>& others);
   void LayOut(const ByFirst<std::vector<Posting>>& others);
-  template <class Use>
-  [[nodiscard]] auto WithNameOf(const Posting& posting, const Use& use) const;
+  [[nodiscard]] Firsts::const_iterator FindFolded(std::u16string_view name) const;
+  [[nodiscard]] bool BearsOddly(const Posting& posting, std::u16string_view key) const;
+  [[nodiscard]] std::u16string KeyOf(const Posting& posting) const;
+
+  [[nodiscard]] bool Bears(const Posting& posting, std::u16string_view key) const {
+    const LocationTable::Slot& slot = slots_[posting.entry];
+    // That the name is the wanted one is nearly certain here, and then these are needed next: fetching them now hides
+    // what they cost on a long path.
+    __builtin_prefetch(slot.entry.get());
+    __builtin_prefetch(&slot.location.toString());
+    if (keys_ == Keys::Folded || posting.IsClassFolder()) return BearsOddly(posting, key);
+    return slot.names.BaseName(posting.item) == key;
+  }
 
   Keys keys_;
-  std::vector<FolderNames::View> names_;                           // by ordinal
+  const LocationTable::Slot* slots_;                               // by ordinal
   boost::unordered_flat_map<Ordinal, std::u16string> classNames_;  // of class folders
   ClassNameFilter classNameFilter_;
   Firsts firsts_;      // a name is looked up through the first posting that bears it

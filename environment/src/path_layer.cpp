@@ -26,23 +26,8 @@ PathLayer::PathLayer(const std::vector<std::shared_ptr<const FolderEntry>>& main
         return slot.entry->ComparesExactly(Policy::Native);
       })) {}
 
-bool PathLayer::ComparesExactly(Policy policy) const noexcept {
-  if (policy == Policy::CaseSensitive) return true;
-  return policy != Policy::CaseInsensitive && comparesExactlyEverywhere_;
-}
-
-const NameIndex& PathLayer::IndexFor(Policy policy) const {
-  if (ComparesExactly(policy)) return exactIndex_;
+const NameIndex& PathLayer::FoldedIndex() const {
   return foldedIndex_.Get([this] { return NameIndex(GetSlots(), NameIndex::Keys::Folded); });
-}
-
-bool PathLayer::IsCutAsNamesAre(const Target& target) {
-  const std::u16string& name = target.GetBaseName();
-  if (name.empty()) return false;
-  const auto& extensions = target.GetExtensions();
-  return std::all_of(extensions.begin(), extensions.end(), [&name](const std::u16string& extension) {
-    return extension.empty() ? name.find(u'.', 1) == std::u16string::npos : extension.rfind(u'.') == 0;
-  });
 }
 
 std::vector<Ordinal> PathLayer::HoldersOf(const Target& target, const NameIndex& index) const {
@@ -70,7 +55,7 @@ std::vector<Ordinal> PathLayer::HoldersOf(const Target& target, const NameIndex&
 
 std::size_t PathLayer::RankOf(const NameIndex::Posting& posting, const std::vector<std::u16string>& extensions) const {
   if (posting.IsClassFolder()) return extensions.size();
-  const TextPiece extension = exactIndex_.NamesOf(posting.entry).Extension(posting.item);
+  const TextPiece extension = GetSlots()[posting.entry].names.Extension(posting.item);
   const auto found = std::find_if(extensions.begin(), extensions.end(),
                                   [extension](const std::u16string& wanted) { return extension == wanted; });
   return static_cast<std::size_t>(found - extensions.begin());
@@ -78,9 +63,8 @@ std::size_t PathLayer::RankOf(const NameIndex::Posting& posting, const std::vect
 
 PathLayer::Hit PathLayer::HitAt(const NameIndex::Posting& posting) const {
   const Slot& slot = GetSlots()[posting.entry];
-  const FolderNames::View& names = exactIndex_.NamesOf(posting.entry);
-  return {&slot, std::make_shared<const PathItem>(names.BaseName(posting.item).ToString(),
-                                                  names.Extension(posting.item).ToString(), slot.entry->GetLocation())};
+  return {&slot, std::make_shared<const PathItem>(slot.names.BaseName(posting.item).ToString(),
+                                                  slot.names.Extension(posting.item).ToString(), slot.location)};
 }
 
 }  // namespace Quorvex::PathEnvironment

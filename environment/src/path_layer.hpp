@@ -1,6 +1,7 @@
 // Entries of a path with all that is needed to find something among them.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <search_path_interfaces/found_item.hpp>
@@ -48,6 +49,11 @@ class PathLayer {
   template <class Admits, class Visit>
   void ForEachHolder(const Target& target, Policy policy, const Admits& admits, const Visit& visit) const;
 
+  /// False when surely no class folder bears `name`: most names cost no hash to find that out.
+  [[nodiscard]] bool MayHoldClassFolder(const std::u16string& name, Policy policy) const noexcept {
+    return !ComparesExactly(policy) || exactIndex_.MayHoldClassFolder(name);
+  }
+
   /// Visits the slots of the admitted class folders of this name, written without '@', in path order.
   template <class Admits, class Visit>
   void ForEachClassFolder(const std::u16string& name, Policy policy, const Admits& admits, const Visit& visit) const;
@@ -57,12 +63,34 @@ class PathLayer {
   void ForEachFolderThatMayBear(const std::u16string& name, const Visit& visit) const;
 
  private:
+  // Whether base name and extensions are cut where the index cuts names: before the last dot, unless that comes first.
+  [[nodiscard]] static bool IsCutAsNamesAre(const Target& target) {
+    const std::u16string& name = target.GetBaseName();
+    if (name.empty()) return false;
+    for (const std::u16string_view extension : target.GetExtensions()) {
+      if (extension.empty() ? HasDotAfterFirst(name) : extension[0] != u'.' || HasDotAfterFirst(extension))
+        return false;
+    }
+    return true;
+  }
+  [[nodiscard]] static bool HasDotAfterFirst(std::u16string_view text) {
+    for (std::size_t i = 1; i < text.size(); ++i) {
+      if (text[i] == u'.') return true;
+    }
+    return false;
+  }
+
   // Whether the files that match a target under the policy all stand under one key of the exact index.
-  [[nodiscard]] bool ComparesExactly(Policy policy) const noexcept;
-  [[nodiscard]] const NameIndex& IndexFor(Policy policy) const;
+  [[nodiscard]] bool ComparesExactly(Policy policy) const noexcept {
+    if (policy == Policy::CaseSensitive) return true;
+    return policy != Policy::CaseInsensitive && comparesExactlyEverywhere_;
+  }
+  [[nodiscard]] const NameIndex& IndexFor(Policy policy) const {
+    return ComparesExactly(policy) ? exactIndex_ : FoldedIndex();
+  }
+  [[nodiscard]] const NameIndex& FoldedIndex() const;
   [[nodiscard]] std::vector<Ordinal> HoldersOf(const Target& target, const NameIndex& index) const;
   [[nodiscard]] Hit HitAt(const NameIndex::Posting& posting) const;
-  [[nodiscard]] static bool IsCutAsNamesAre(const Target& target);
   [[nodiscard]] std::size_t RankOf(const NameIndex::Posting& posting,
                                    const std::vector<std::u16string>& extensions) const;
 
@@ -127,8 +155,8 @@ void PathLayer::ForEachHolder(const Target& target, Policy policy, const Admits&
 template <class Admits, class Visit>
 void PathLayer::ForEachClassFolder(const std::u16string& name, Policy policy, const Admits& admits,
                                    const Visit& visit) const {
+  if (name.empty() || !MayHoldClassFolder(name, policy)) return;
   const NameIndex& index = IndexFor(policy);
-  if (name.empty() || !index.MayHoldClassFolder(name)) return;
   const NameIndex::Posting* const first = index.FindFirst(name);
   if (first == nullptr) return;
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -49,11 +51,34 @@ class TextPiece {
 
   friend bool operator==(TextPiece piece, std::u16string_view text) noexcept {
     if (piece.size_ != text.size()) return false;
-    if (piece.narrow_ == nullptr) return std::u16string_view(piece.wide_, piece.size_) == text;
-    return std::equal(piece.narrow_, piece.narrow_ + piece.size_, text.begin());
+    if (piece.narrow_ == nullptr) return std::memcmp(piece.wide_, text.data(), piece.size_ * sizeof(char16_t)) == 0;
+    return AreEqual(piece.narrow_, text.data(), piece.size_);
   }
 
  private:
+  // Four at a time, the last ones overlapping: this is where a lookup makes sure that it has found its name.
+  static bool AreEqual(const unsigned char* narrow, const char16_t* wide, std::size_t size) noexcept {
+    constexpr std::size_t step = 4;
+    if (size < step) return std::equal(narrow, narrow + size, wide);
+    for (std::size_t i = 0; i < size - step; i += step) {
+      if (Widened(narrow + i) != WordAt(wide + i)) return false;
+    }
+    return Widened(narrow + size - step) == WordAt(wide + size - step);
+  }
+
+  // Four bytes as they would stand in four code units.
+  static std::uint64_t Widened(const unsigned char* narrow) noexcept {
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, narrow, sizeof bytes);
+    const std::uint64_t halves = (bytes | (std::uint64_t{bytes} << 16U)) & 0x0000'FFFF'0000'FFFF;
+    return (halves | (halves << 8U)) & 0x00FF'00FF'00FF'00FF;
+  }
+  static std::uint64_t WordAt(const char16_t* wide) noexcept {
+    std::uint64_t word = 0;
+    std::memcpy(&word, wide, sizeof word);
+    return word;
+  }
+
   const unsigned char* narrow_;  // null for wide units
   const char16_t* wide_;
   std::size_t size_;

@@ -2,7 +2,6 @@
 // On the path, the first hit in a class folder competes with the first among the plain folders by position. From a
 // folder the first hit of private folder, class folders, plain folders wins, in this order. The asymmetry is intended.
 
-#include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
 #include <utility>
 
@@ -18,18 +17,20 @@ using foundation::storage::vfs::Folder;
 // For a plain name, folders are always selected natively; the caller's policy is for the file names.
 constexpr FilenameMatchingPolicy kFolderPolicy = FilenameMatchingPolicy::Native;
 
-bool IsPartialPathname(const std::u16string& baseName) {
-  return baseName.find_first_of(Constants::PathnameSeparatorStr) != std::u16string::npos;
-}
-
 Hit FindInEntry(const EntryPtr& entry, const detail::SearchTarget& target, FilenameMatchingPolicy policy) {
   auto item = entry->FindFirst(target, policy);
   if (!item) return boost::none;
   return FoundItem(std::move(item), entry);
 }
 
-Hit FindInClassFolders(const IPath& path, const detail::SearchTarget& target, FilenameMatchingPolicy policy) {
-  for (const EntryPtr& entry : path.GetMethodEntriesByName(MainScope, target.GetBaseName(), kFolderPolicy)) {
+using Entries = std::vector<EntryPtr>;
+
+Entries ClassFoldersOf(const IPath& path, const detail::SearchTarget& target) {
+  return path.GetMethodEntriesByName(MainScope, target.GetBaseName(), kFolderPolicy);
+}
+
+Hit FindInFirstOf(const Entries& entries, const detail::SearchTarget& target, FilenameMatchingPolicy policy) {
+  for (const EntryPtr& entry : entries) {
     if (Hit hit = FindInEntry(entry, target, policy)) return hit;
   }
   return boost::none;
@@ -48,7 +49,9 @@ Hit FindFirstFileVisibleOnPath(const IPath& path, const detail::SearchTarget& ta
   if (IsPartialPathname(target.GetBaseName())) return path.FindFirstInScope(VisibleScope, target, policy);
 
   Hit mainHit = path.FindFirstInScope(MainScope, target, policy);
-  Hit classHit = FindInClassFolders(path, target, policy);
+  const Entries classFolders = ClassFoldersOf(path, target);
+  if (classFolders.empty()) return mainHit;
+  Hit classHit = FindInFirstOf(classFolders, target, policy);
   if (!classHit) return mainHit;
   if (!mainHit) return classHit;
 
@@ -61,7 +64,7 @@ Hit FindFirstFileVisibleFromFolder(const IPath& path, const AbsoluteIRI& folder,
   if (IsPartialPathname(target.GetBaseName())) return path.FindFirstInScope(VisibleScope, target, policy);
 
   if (Hit privateHit = FindInPrivateFolderOf(path, folder, target, policy)) return privateHit;
-  if (Hit classHit = FindInClassFolders(path, target, policy)) return classHit;
+  if (Hit classHit = FindInFirstOf(ClassFoldersOf(path, target), target, policy)) return classHit;
   return path.FindFirstInScope(MainScope, target, policy);
 }
 

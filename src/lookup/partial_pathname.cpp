@@ -6,6 +6,7 @@
 #include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
 #include <search_path_utilities/path_editing.hpp>
+#include <string_view>
 #include <utility>
 
 namespace Quorvex::PathManagement {
@@ -15,12 +16,35 @@ namespace {
 using EntryPtr = std::shared_ptr<const IPathEntry>;
 using Names = PartialPathname::iterator;
 
-// Inline room for the depth of common folders, so that the list itself costs no allocation.
-using Components = boost::container::small_vector<std::u16string, 8>;
+// A name within the text of a folder, in the form that the tokenizer fills in.
+class Component : public std::u16string_view {
+ public:
+  void assign(std::u16string::const_iterator first, std::u16string::const_iterator last) {
+    std::u16string_view::operator=(std::u16string_view(first, last));
+  }
+};
 
-Components ComponentsOf(const std::u16string& text) {
-  return detail::SplitAtAnyOf<Components>(text, Constants::PathnameSeparatorStr);
-}
+// The names in the text of a folder, which it keeps. Inline room for the depth of common folders, so that the list
+// costs no allocation.
+class Components {
+ public:
+  using Names = boost::container::small_vector<Component, 16>;
+
+  explicit Components(std::u16string text)
+      : text_(std::move(text)), names_(detail::SplitAtAnyOf<Names>(text_, Constants::PathnameSeparatorStr)) {}
+  Components(const Components&) = delete;
+  Components& operator=(const Components&) = delete;
+  ~Components() = default;
+
+  [[nodiscard]] Names::const_reverse_iterator Innermost() const { return names_.rbegin(); }
+  [[nodiscard]] Names::const_reverse_iterator End() const { return names_.rend(); }
+
+ private:
+  const std::u16string text_;
+  const Names names_;
+};
+
+using Folders = Components::Names::const_reverse_iterator;
 
 // An entry without a comparator fails as one with an empty comparator does: when a name is compared.
 const FilenameComparator& OrEmpty(const std::shared_ptr<const FilenameComparator>& comparator) {
@@ -44,23 +68,22 @@ bool MatchesStrictly(const std::u16string& wanted, const std::u16string& folder,
 // How far a comparison from the end came: to the first pair that differs, or to where either side begins.
 struct Progress {
   bool isPartialUsedUp;
-  Components::const_reverse_iterator folder;  // the innermost one that was not matched
+  Folders folder;  // the innermost one that was not matched
 };
 
 template <class IsMatch>
 Progress CompareFromTheEnd(const Names& first, Names last, const Components& folders, const IsMatch& isMatch) {
-  auto folder = folders.rbegin();
-  for (; folder != folders.rend() && last != first; ++folder) {
-    if (!isMatch(*--last, *folder)) return {false, folder};
+  Folders folder = folders.Innermost();
+  for (; folder != folders.End() && last != first; ++folder) {
+    if (!isMatch(*--last, std::u16string(*folder))) return {false, folder};
   }
   return {last == first, folder};
 }
 
 // Whether the enclosing folders, from the innermost outwards, may go unnamed: no package before the first plain folder.
-template <class Iterator>
-bool MayGoUnnamed(Iterator folder, const Iterator& end) {
+bool MayGoUnnamed(Folders folder, const Folders& end) {
   for (; folder != end; ++folder) {
-    const PathEntryType kind = GetPathEntryTypeFromBaseName(*folder);
+    const PathEntryType kind = GetPathEntryTypeFromBaseName(std::u16string(*folder));
     if (kind == PathEntryType::Package) return false;
     if (kind == PathEntryType::Main) return true;
   }
@@ -77,7 +100,7 @@ bool IsOutsideAnyPackage(const IPath& path, EntryPtr entry) {
 // Whether the names end the location of a main entry. Unlike elsewhere, the folder comes first in a comparison.
 bool EndLocationOf(const IPathEntry& mainEntry, const Names& first, const Names& last,
                    const FilenameComparator& matches) {
-  const Components folders = ComponentsOf(mainEntry.GetAbsoluteIRI().getPath());
+  const Components folders(mainEntry.GetAbsoluteIRI().getPath());
   const auto isMatch = [&](const auto& wanted, const auto& folder) { return matches(folder, wanted); };
   return CompareFromTheEnd(first, last, folders, isMatch).isPartialUsedUp;
 }
@@ -87,14 +110,14 @@ bool EndLocationOf(const IPathEntry& mainEntry, const Names& first, const Names&
 bool DoesPartialPathnameMatchPathEntryIRI(
     // NOLINTNEXTLINE(performance-unnecessary-value-param): by value is the contract
     const PartialPathname& partial, std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy) {
-  const Components folders = ComponentsOf(GetStringFromIRI(entry->GetAbsoluteIRI()));
+  const Components folders(GetStringFromIRI(entry->GetAbsoluteIRI()));
   const auto comparator = entry->GetFilenameComparator(policy);
 
   const auto isMatch = [&](const auto& wanted, const auto& folder) {
     return MatchesLeniently(wanted, folder, OrEmpty(comparator));
   };
   const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
-  return progress.isPartialUsedUp && MayGoUnnamed(progress.folder, folders.rend());
+  return progress.isPartialUsedUp && MayGoUnnamed(progress.folder, folders.End());
 }
 
 bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path, const PartialPathname& partial,
@@ -116,13 +139,14 @@ bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path, const PartialPathna
 bool DoesPartialPathnameStrictlyMatchPathString(
     const PartialPathname& partial, const std::u16string& pathString,
     const std::function<bool(const std::u16string&, const std::u16string&)>& comparator) {
-  const Components folders = ComponentsOf(pathString);
+  const Components folders(pathString);
   const auto isMatch = [&](const auto& wanted, const auto& folder) {
     return MatchesStrictly(wanted, folder, comparator);
   };
   const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
   if (!progress.isPartialUsedUp) return false;
-  return progress.folder == folders.rend() || GetPathEntryTypeFromBaseName(*progress.folder) == PathEntryType::Main;
+  return progress.folder == folders.End() ||
+         GetPathEntryTypeFromBaseName(std::u16string(*progress.folder)) == PathEntryType::Main;
 }
 
 bool DoesPartialPathnameStrictlyMatchPathEntryIRI(const PartialPathname& partial, const IPathEntry& entry,

@@ -3,9 +3,6 @@
 
 namespace Quorvex::PathManagement::detail {
 
-SearchTarget::SearchTarget(const std::u16string& name, const std::vector<std::u16string>& extensions) noexcept
-    : baseName_(&name), extensions_(&extensions) {}
-
 SearchTarget::SearchTarget(OwnedParts parts) noexcept
     : ownedBaseName_(std::move(parts.baseName)),
       ownedExtensions_(std::move(parts.extensions)),
@@ -38,8 +35,6 @@ SearchTarget& SearchTarget::operator=(SearchTarget&& other) noexcept {
   PointAtOwnPartsOr(other);
   return *this;
 }
-
-SearchTarget::~SearchTarget() = default;
 
 void SearchTarget::PointAtOwnPartsOr(const SearchTarget& other) noexcept {
   baseName_ = ownedBaseName_ ? ownedBaseName_.get_ptr() : other.baseName_;

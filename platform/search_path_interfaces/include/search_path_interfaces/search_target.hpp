@@ -15,7 +15,8 @@ namespace Quorvex::PathManagement::detail {
 class SEARCH_PATH_INTERFACES_EXPORT SearchTarget {
  public:
   /// Borrows.
-  SearchTarget(const std::u16string& name, const std::vector<std::u16string>& extensions) noexcept;
+  SearchTarget(const std::u16string& name, const std::vector<std::u16string>& extensions) noexcept
+      : baseName_(&name), extensions_(&extensions) {}
   SearchTarget(const std::u16string&& name, const std::vector<std::u16string>& extensions) = delete;
   SearchTarget(const std::u16string& name, const std::vector<std::u16string>&& extensions) = delete;
   SearchTarget(const std::u16string&& name, const std::vector<std::u16string>&& extensions) = delete;
@@ -27,7 +28,7 @@ class SEARCH_PATH_INTERFACES_EXPORT SearchTarget {
   SearchTarget(SearchTarget&& other) noexcept;
   SearchTarget& operator=(const SearchTarget& other);
   SearchTarget& operator=(SearchTarget&& other) noexcept;
-  ~SearchTarget();
+  ~SearchTarget() = default;
 
   [[nodiscard]] const std::u16string& GetBaseName() const noexcept { return *baseName_; }
   [[nodiscard]] const std::vector<std::u16string>& GetExtensions() const noexcept { return *extensions_; }

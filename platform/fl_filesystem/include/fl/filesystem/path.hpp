@@ -70,7 +70,8 @@ class basic_path {
   basic_path() = default;
   explicit basic_path(wide_string text) noexcept : text_(std::move(text)) {}
 
-  [[nodiscard]] const wide_string& u16string() const noexcept { return text_; }
+  [[nodiscard]] const wide_string& u16string() const& noexcept { return text_; }
+  [[nodiscard]] wide_string u16string() && noexcept { return std::move(text_); }
   /// The bytes that name this path to the system. Throws encoding_error when the text stands for none.
   [[nodiscard]] narrow_string string() const { return Traits::to_narrow(text_); }
   /// See detail::extract_filename.

@@ -290,6 +290,8 @@ std::u16string CanonicalSpelling(std::u16string_view name) {
 }
 
 std::u16string DecodeEscapes(std::u16string_view text) {
+  if (text.find(u'%') == std::u16string_view::npos) return std::u16string(text);
+
   std::u16string decoded;
   while (!text.empty()) {
     std::string bytes;

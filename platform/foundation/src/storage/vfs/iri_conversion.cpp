@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "identifier_text.hpp"
@@ -137,6 +139,16 @@ std::u16string PosixText(const AbsoluteIRI& iri, const std::vector<std::u16strin
   return (iri.isRootless() ? u"" : u"/") + Join(names, u'/');
 }
 
+/// What most identifiers come down to: no host and no escape, so that their text is already that of their names,
+/// joined.
+std::optional<std::u16string> PosixTextWithoutEscapes(const AbsoluteIRI& iri) {
+  const std::u16string& text = iri.toString();
+  const std::size_t start = text.find(u':') + std::u16string_view(iri.isRootless() ? u":" : u"://").size();
+  const bool hasHost = !iri.isRootless() && text[start] != u'/';
+  if (hasHost || text.find(u'%', start) != std::u16string::npos) return std::nullopt;
+  return text.substr(start);
+}
+
 bool IsDrive(const std::u16string& name) {
   return name.size() == 2 && name == fl::filesystem::detail::extract_root_path(name, path_style::windows);
 }
@@ -181,6 +193,9 @@ Path fromAbsoluteIRI(const AbsoluteIRI& iri, path_style style) {
 }
 
 Path toNativePath(const AbsoluteIRI& iri, path_style style) {
+  if (style == path_style::posix) {
+    if (auto text = PosixTextWithoutEscapes(iri)) return Path(std::move(*text));
+  }
   const std::vector<std::u16string> names = iri.getSegments();
   RequireNativeNames(iri, names, style);
   return Path(style == path_style::windows ? WindowsText(iri, names) : PosixText(iri, names));
