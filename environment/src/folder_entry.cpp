@@ -173,6 +173,19 @@ std::shared_ptr<const FilenameComparator> FolderEntry::GetFilenameComparator(Fil
   return ComparesExactly(policy) ? exact : ignoringCase;
 }
 
+// Depth is bounded by the reader, so recursion is too.
+bool FolderEntry::HoldsTheSameAs(const FolderEntry& other) const {
+  if (this == &other) return true;
+  const State& mine = *state_;
+  const State& theirs = *other.state_;
+  return location_ == other.location_ && mine.canonicalLocation == theirs.canonicalLocation &&
+         mine.kind == theirs.kind && mine.comparesNamesExactly == theirs.comparesNamesExactly &&
+         mine.problems == theirs.problems && mine.names.HoldsTheSameAs(theirs.names) &&
+         std::equal(
+             mine.children.begin(), mine.children.end(), theirs.children.begin(), theirs.children.end(),
+             [](const FolderEntryPtr& left, const FolderEntryPtr& right) { return left->HoldsTheSameAs(*right); });
+}
+
 bool FolderEntry::ComparesExactly(FilenameMatchingPolicy policy) const noexcept {
   if (policy == FilenameMatchingPolicy::CaseSensitive) return true;
   if (policy == FilenameMatchingPolicy::CaseInsensitive) return false;

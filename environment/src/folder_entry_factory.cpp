@@ -3,6 +3,7 @@
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <utility>
 
+#include "alive_entries.hpp"
 #include "folder_reader.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -23,16 +24,17 @@ void WriteFolder(std::ostream& out, const FolderEntry& entry) {
 
 }  // namespace
 
-FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage) : storage_(std::move(storage)) {}
+FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage)
+    : storage_(std::move(storage)), alive_(std::make_shared<AliveEntries>()) {}
 
 FolderEntryFactory::~FolderEntryFactory() = default;
 
 std::shared_ptr<const PathManagement::IPathEntry> FolderEntryFactory::CreateMainEntry(const AbsoluteIRI& folder) const {
-  return ReadMainFolder(folder, storage_);
+  return alive_->Settle(ReadMainFolder(folder, storage_, alive_->Find(folder).get()));
 }
 
 void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI& toolboxRoot) const {
-  WriteFolder(out, *ReadMainFolder(toolboxRoot, storage_));
+  WriteFolder(out, *ReadMainFolder(toolboxRoot, storage_, nullptr));
 }
 
 }  // namespace Quorvex::PathEnvironment

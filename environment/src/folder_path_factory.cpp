@@ -4,6 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "parallel.hpp"
+
 namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
@@ -29,19 +31,23 @@ std::shared_ptr<const PathManagement::IPath> FolderPathFactory::CreatePath(const
 
 std::shared_ptr<const FolderPath> FolderPathFactory::CreateFolderPath(const std::vector<AbsoluteIRI>& folders,
                                                                       const IPathEntryFactory& entries) const {
-  std::vector<FolderPath::Folder> listed;
+  std::vector<std::size_t> firsts;
   std::vector<PathProblem> problems;
   std::unordered_set<AbsoluteIRI> seen;
-
   for (std::size_t position = 0; position < folders.size(); ++position) {
     const AbsoluteIRI& folder = folders[position];
     if (seen.insert(folder).second) {
-      listed.push_back({FolderEntryFor(folder, entries), position});
+      firsts.push_back(position);
     } else {
       // Order is precedence: a later twin can never be reached.
       problems.push_back({folder, ProblemKind::Repeated, {}, position});
     }
   }
+
+  std::vector<FolderPath::Folder> listed(firsts.size());
+  InParallel(firsts.size(), [&](std::size_t i) {
+    listed[i] = {FolderEntryFor(folders[firsts[i]], entries), firsts[i]};
+  });
   return std::make_shared<const FolderPath>(listed, std::move(problems));
 }
 

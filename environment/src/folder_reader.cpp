@@ -7,6 +7,7 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <search_path_utilities/lookup.hpp>
+#include <unordered_map>
 #include <utility>
 
 namespace Quorvex::PathEnvironment {
@@ -55,7 +56,8 @@ class Reader {
   explicit Reader(const IStorageProvider& provider) : provider_(provider) {}
 
   // Null for a folder that already stands on its own branch.
-  std::shared_ptr<const FolderEntry> Read(const AbsoluteIRI& location, PathEntryType kind) {
+  std::shared_ptr<const FolderEntry> Read(const AbsoluteIRI& location, PathEntryType kind,
+                                          const FolderEntry* previous) {
     FolderEntry::Contents contents{location, location, kind, true, {}, {}, {}};
     KeepingProblems(contents, [&] { contents.canonicalLocation = provider_.CanonicalLocation(location); });
 
@@ -63,7 +65,7 @@ class Reader {
     if (branch_.size() > kMaximumDepth) {
       contents.problems.push_back({location, ProblemKind::TooDeep, {}});
     } else {
-      KeepingProblems(contents, [&] { isLoop = !ReadInto(contents); });
+      KeepingProblems(contents, [&] { isLoop = !ReadInto(contents, previous); });
     }
     if (isLoop) return nullptr;
 
@@ -73,6 +75,8 @@ class Reader {
   }
 
  private:
+  using Entries = std::unordered_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>>;
+
   // Stands on the branch of every folder read meanwhile.
   class BranchStep {
    public:
@@ -101,8 +105,8 @@ class Reader {
     }
   }
 
-  bool ReadInto(FolderEntry::Contents& contents) {
-    const FolderListing listing = provider_.List(contents.location);
+  bool ReadInto(FolderEntry::Contents& contents, const FolderEntry* previous) {
+    FolderListing listing = provider_.List(contents.location);
     if (std::find(branch_.begin(), branch_.end(), listing.identity) != branch_.end()) return false;
 
     KeepingProblems(contents,
@@ -112,33 +116,45 @@ class Reader {
         contents.problems.push_back({contents.location.getChild(problem.name), ProblemKind::Unreadable, problem.error});
       });
     }
-    ReadEntries(listing, contents);
+    ReadEntries(std::move(listing), contents, previous);
     return true;
   }
 
-  void ReadEntries(const FolderListing& listing, FolderEntry::Contents& contents) {
+  void ReadEntries(FolderListing&& listing, FolderEntry::Contents& contents, const FolderEntry* previous) {
     const BranchStep step(branch_, listing.identity);
-    for (const auto& entry : listing.entries) {
-      if (entry.kind == FileKind::File) contents.files.push_back(entry.name);
+    const Entries former = ChildrenOf(previous);
+    contents.files.reserve(listing.entries.size());
+    for (auto& entry : listing.entries) {
+      if (entry.kind == FileKind::File) contents.files.push_back(std::move(entry.name));
       if (entry.kind == FileKind::Folder) {
-        KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name); });
+        KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name, former); });
       }
     }
     std::sort(contents.subfolders.classes.begin(), contents.subfolders.classes.end(), IsByName);
     std::sort(contents.subfolders.packages.begin(), contents.subfolders.packages.end(), IsByName);
   }
 
-  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name) {
+  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name, const Entries& former) {
     const PathEntryType kind = PathManagement::GetPathEntryTypeFromBaseName(name);
     if (!MayHold(contents.kind, kind)) return;
 
     const AbsoluteIRI location = contents.location.getChild(name);
-    auto entry = Read(location, kind);
+    const auto known = former.find(location);
+    const std::shared_ptr<const FolderEntry> before = known == former.end() ? nullptr : known->second;
+    auto entry = Read(location, kind, before.get());
     if (!entry) {
       contents.problems.push_back({location, ProblemKind::Loop, {}});
       return;
     }
-    Place(std::move(entry), contents.subfolders);
+    const bool isUnchanged = before && before->HoldsTheSameAs(*entry);
+    Place(isUnchanged ? before : std::move(entry), contents.subfolders);
+  }
+
+  static Entries ChildrenOf(const FolderEntry* entry) {
+    Entries children;
+    if (entry == nullptr) return children;
+    for (const auto& child : entry->GetChildren()) children.emplace(child->GetLocation(), child);
+    return children;
   }
 
   static void Place(std::shared_ptr<const FolderEntry> entry, SpecialSubfolders& subfolders) {
@@ -163,9 +179,10 @@ class Reader {
 
 }  // namespace
 
-std::shared_ptr<const FolderEntry> ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage) {
+std::shared_ptr<const FolderEntry> ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage,
+                                                  const FolderEntry* previous) {
   try {
-    return Reader(*storage.ProviderFor(folder)).Read(folder, PathEntryType::Main);
+    return Reader(*storage.ProviderFor(folder)).Read(folder, PathEntryType::Main, previous);
   } catch (const StorageException& exception) {
     return FolderEntry::Create({folder,
                                 folder,

@@ -89,6 +89,10 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
   /// Whether `policy` tells letter cases apart in this folder.
   [[nodiscard]] bool ComparesExactly(PathManagement::FilenameMatchingPolicy policy) const noexcept;
 
+  /// Whether both entries were read from the same place and the same was found there, in depth, problems included.
+  /// O(n), but O(1) for what they share.
+  [[nodiscard]] bool HoldsTheSameAs(const FolderEntry& other) const;
+
   /// What went wrong while this folder, not those below it, was read; positions are 0.
   [[nodiscard]] const std::vector<PathProblem>& GetProblems() const noexcept;
 

@@ -1,13 +1,20 @@
 #pragma once
 
 #include <foundation/storage/vfs/storage_system.hpp>
+#include <memory>
 #include <search_path_environment/export.hpp>
 #include <search_path_environment/folder_entry.hpp>
 #include <search_path_interfaces/factories.hpp>
 
 namespace Quorvex::PathEnvironment {
 
-/// Makes entries by reading folders from a storage system. Immutable, safe from any thread.
+class AliveEntries;
+
+/// Makes entries by reading folders from a storage system. Safe from any thread.
+///
+/// A folder that is read again and has not changed keeps its entry as long as somebody holds that, special subfolders
+/// within a folder that has changed included: paths made one after another by the same factory share what they have in
+/// common. Copies of a factory share what they know.
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntryFactory final : public PathManagement::IPathEntryFactory {
  public:
   explicit FolderEntryFactory(foundation::storage::vfs::StorageSystemReference storage);
@@ -23,6 +30,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntryFactory final : public PathManag
 
  private:
   foundation::storage::vfs::StorageSystemReference storage_;
+  std::shared_ptr<AliveEntries> alive_;
 };
 
 }  // namespace Quorvex::PathEnvironment

@@ -7,12 +7,14 @@
 namespace Quorvex::PathEnvironment {
 
 /// Makes leaf paths over real folders. Without state, safe from any thread.
+///
+/// The entries of a long path are made by several threads at once.
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPathFactory final : public PathManagement::IPathFactory {
  public:
   ~FolderPathFactory() override;
 
-  /// The path over `folders`. `entries` must make `FolderEntry` objects; any other entry throws `std::invalid_argument`
-  /// naming the folder.
+  /// The path over `folders`. `entries` must be safe from any thread and make `FolderEntry` objects; any other entry
+  /// throws `std::invalid_argument` naming the folder.
   [[nodiscard]] std::shared_ptr<const PathManagement::IPath> CreatePath(
       const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders,
       const PathManagement::IPathEntryFactory& entries) const override;

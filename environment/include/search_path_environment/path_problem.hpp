@@ -24,6 +24,8 @@ struct PathProblem {
   ProblemKind kind;
   std::error_code error;     ///< the storage's own error, where there is one
   std::size_t position = 0;  ///< of the folder on the path as it was given, from 0
+
+  friend bool operator==(const PathProblem&, const PathProblem&) = default;
 };
 
 /// The reason in words, for people: "there is no such folder".

@@ -1,5 +1,6 @@
 // Bytes to UTF-16 and back, losing nothing: one pass each way. Well-formed UTF-8 is what the Unicode standard's table
 // 3-7 says it is.
+#include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
 
@@ -74,8 +75,14 @@ encoding_error::encoding_error(std::u16string_view text)
 encoding_error::~encoding_error() = default;
 
 std::u16string from_bytes(std::string_view bytes) {
-  std::u16string text;
-  text.reserve(bytes.size());
+  // Most names are ASCII throughout, and those are copied at once.
+  const auto is_other = [](char byte) { return (static_cast<unsigned char>(byte) & 0x80U) != 0; };
+  const auto others = std::find_if(bytes.begin(), bytes.end(), is_other);
+  std::u16string text(bytes.begin(), others);
+  bytes.remove_prefix(text.size());
+  if (bytes.empty()) return text;
+
+  text.reserve(text.size() + bytes.size());
   while (!bytes.empty()) {
     const Decoded decoded = decode_first(bytes);
     append_utf16(text, decoded.code);

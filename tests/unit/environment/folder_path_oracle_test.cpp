@@ -46,6 +46,30 @@ class RandomPath {
     path_ = ReadPath(listed);
   }
 
+  /// Puts folders around those of the path, so many that a few of its own can be replaced without becoming part of it
+  /// for good, and replaces some.
+  void MakeLongAndReplaceSome(RandomSource& random) {
+    std::vector<AbsoluteIRI> listed;
+    for (std::size_t number = 0; number < 64; ++number) {
+      const std::string digits = std::to_string(number);
+      listed.push_back(InMemory(u"/filler" + std::u16string(digits.begin(), digits.end())));
+    }
+    for (const auto& entry : *path_->GetMainEntries()) {
+      listed.insert(listed.begin() + static_cast<std::ptrdiff_t>(random.Below(listed.size())), entry->GetAbsoluteIRI());
+    }
+    const auto own = *path_->GetMainEntries();
+    path_ = ReadPath(listed);
+
+    for (int version = 0; version < 3; ++version) {
+      for (int file = 0; file < 10; ++file) AddFile(random, random.OneIn(2) ? storage_ : loose_);
+      std::vector<std::shared_ptr<const FolderEntry>> replacing;
+      for (const auto& entry : own) {
+        if (random.OneIn(3)) replacing.push_back(ReadEntry(entry->GetAbsoluteIRI()));
+      }
+      path_ = path_->WithReplaced(replacing);
+    }
+  }
+
   [[nodiscard]] const FolderPath& GetPath() const { return *path_; }
 
   [[nodiscard]] PlainWalk Oracle() const {
@@ -173,6 +197,20 @@ TEST_P(FolderPathAgainstOracle, AnswersAsAPlainWalkDoes) {
     const RandomPath path(random, GetParam());
     const PlainWalk oracle = path.Oracle();
     for (int question = 0; question < 150 && !HasFailure(); ++question) {
+      Questions(random, path.GetPath(), oracle).Ask();
+    }
+  }
+}
+
+TEST_P(FolderPathAgainstOracle, AnswersAsAPlainWalkDoesWhenFoldersWereReplaced) {
+  RandomSource random = RandomSource::OfThisRun(20'262);
+  SCOPED_TRACE(random.Describe());
+
+  for (int tree = 0; tree < 30 && !HasFailure(); ++tree) {
+    RandomPath path(random, GetParam());
+    path.MakeLongAndReplaceSome(random);
+    const PlainWalk oracle = path.Oracle();
+    for (int question = 0; question < 60 && !HasFailure(); ++question) {
       Questions(random, path.GetPath(), oracle).Ask();
     }
   }

@@ -109,7 +109,9 @@ class FolderReader {
 
 /// Where the links of `location` lead; none when something on the way is missing.
 std::optional<AbsoluteIRI> RealLocation(const Operation& operation, const AbsoluteIRI& location) {
-  const std::unique_ptr<char, void (*)(void*)> real(::realpath(NativeNameOf(location).c_str(), nullptr), &std::free);
+  const std::string name = NativeNameOf(location);
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(name.c_str(), nullptr), &std::free);
+  if (real && name == real.get()) return location;
   if (real) return toAbsoluteIRI(location.getScheme(), fl::filesystem::path(fl::filesystem::from_bytes(real.get())));
   if (errno != ENOENT) operation.Fail(SystemError());
   return std::nullopt;
