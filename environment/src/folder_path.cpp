@@ -177,10 +177,30 @@ struct FolderPath::State {
         [&](const LocationTable& table, const auto& isAlive) { return table.FindLocation(location, isAlive); });
   }
 
+  [[gnu::noinline]] std::vector<EntryPtr> ClassFolders(SearchScope scope, const std::u16string& name,
+                                                       FilenameMatchingPolicy policy) const {
+    return InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
+      layer.ForEachClassFolder(name, policy, isAlive, [&](const Slot& slot) {
+        const Slot& parent = layer.GetSlots()[slot.parent];
+        if (!scope.Contains(parent.kind)) return;
+
+        const std::u16string folderName = slot.entry->GetLocation().getName();
+        const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, folderName.substr(1));
+        if (matches) add(slot.position, slot.entry);
+      });
+    });
+  }
+
+  [[gnu::noinline]] boost::optional<FoundItem> FindFirstPartially(SearchScope scope, const SearchTarget& target,
+                                                                  FilenameMatchingPolicy policy) const {
+    const PartialTarget partial(target, policy);
+    return FindFirst(scope, partial.plain, policy, partial.folders);
+  }
+
   // `target` is a plain name; `folders.Matches(entry)` tells whether the folder may be the file's.
   template <class Folders>
-  boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target, FilenameMatchingPolicy policy,
-                                       const Folders& folders) const {
+  [[gnu::noinline]] boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target,
+                                                         FilenameMatchingPolicy policy, const Folders& folders) const {
     const auto admits = [&](const Slot& slot) { return scope.Contains(slot.kind) && folders.Matches(slot.entry); };
     if (!upper) return Found(base->FindFirst(target, policy, admits));
 
@@ -280,16 +300,7 @@ std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
   if (!state_->base->MayHoldClassFolder(name, policy) && !state_->upper) return {};
-  return state_->InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
-    layer.ForEachClassFolder(name, policy, isAlive, [&](const Slot& slot) {
-      const Slot& parent = layer.GetSlots()[slot.parent];
-      if (!scope.Contains(parent.kind)) return;
-
-      const std::u16string folderName = slot.entry->GetLocation().getName();
-      const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, folderName.substr(1));
-      if (matches) add(slot.position, slot.entry);
-    });
-  });
+  return state_->ClassFolders(scope, name, policy);
 }
 
 std::vector<EntryPtr> FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const std::u16string& partialPathname,
@@ -326,10 +337,13 @@ EntryPtr FolderPath::GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& loc
 
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
-  if (!PathManagement::IsPartialPathname(target.GetBaseName()))
+  if (PathManagement::IsPartialPathname(target.GetBaseName())) return state_->FindFirstPartially(scope, target, policy);
+  if (state_->upper || !state_->base->IsExact(target, policy)) {
     return state_->FindFirst(scope, target, policy, AnyFolder());
-  const PartialTarget partial(target, policy);
-  return state_->FindFirst(scope, partial.plain, policy, partial.folders);
+  }
+  // By far the most names are plain, and many of those that are asked for are not there: this is their short way.
+  const auto isInScope = [scope](const Slot& slot) { return scope.Contains(slot.kind); };
+  return State::Found(state_->base->FindFirstExactly(target, isInScope));
 }
 
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,

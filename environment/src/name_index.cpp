@@ -66,8 +66,9 @@ std::span<const NameIndex::Posting> NameIndex::OthersLike(const Posting& first) 
   return std::span(others_).subspan(row.begin, row.count);
 }
 
-NameIndex::Firsts::const_iterator NameIndex::FindFolded(std::u16string_view name) const {
-  return firsts_.find(std::u16string_view(fl::filesystem::fold_case(name)));
+const NameIndex::Posting* NameIndex::FindFolded(std::u16string_view name) const {
+  const auto found = firsts_.find(std::u16string_view(fl::filesystem::fold_case(name)));
+  return found == firsts_.end() ? nullptr : &*found;
 }
 
 std::u16string NameIndex::KeyOf(const Posting& posting) const {

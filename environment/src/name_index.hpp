@@ -46,8 +46,9 @@ class NameIndex {
 
   /// The first that bears `name`, a base name or the name of a class without '@'; null when nothing does. Valid as
   /// long as the index. O(1).
-  [[nodiscard]] const Posting* FindFirst(std::u16string_view name) const {
-    const auto found = keys_ == Keys::Exact ? firsts_.find(name) : FindFolded(name);
+  [[nodiscard, gnu::always_inline]] const Posting* FindFirst(std::u16string_view name) const {
+    if (keys_ == Keys::Folded) return FindFolded(name);
+    const auto found = firsts_.find(name);
     return found == firsts_.end() ? nullptr : &*found;
   }
 
@@ -87,7 +88,7 @@ class NameIndex {
   void AddFiles(Ordinal ordinal, ByFirst<std::vector<Posting>>& others);
   void Add(Posting posting, ByFirst<std::vector<Posting>>& others);
   void LayOut(const ByFirst<std::vector<Posting>>& others);
-  [[nodiscard]] Firsts::const_iterator FindFolded(std::u16string_view name) const;
+  [[nodiscard]] const Posting* FindFolded(std::u16string_view name) const;
   [[nodiscard]] bool BearsOddly(const Posting& posting, std::u16string_view key) const;
   [[nodiscard]] std::u16string KeyOf(const Posting& posting) const;
 

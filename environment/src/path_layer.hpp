@@ -44,6 +44,15 @@ class PathLayer {
   template <class Admits>
   [[nodiscard]] Hit FindFirst(const Target& target, Policy policy, const Admits& admits) const;
 
+  /// Whether all that `target` can match under `policy` stands under its name in one index of exact names.
+  [[nodiscard]] bool IsExact(const Target& target, Policy policy) const noexcept {
+    return ComparesExactly(policy) && IsCutAsNamesAre(target);
+  }
+
+  /// The same as FindFirst for a target that is exact.
+  template <class Admits>
+  [[nodiscard]] Hit FindFirstExactly(const Target& target, const Admits& admits) const;
+
   /// Visits the slots of the admitted entries that can hold what `target` matches, in path order, until `visit` returns
   /// true.
   template <class Admits, class Visit>
@@ -64,7 +73,7 @@ class PathLayer {
 
  private:
   // Whether base name and extensions are cut where the index cuts names: before the last dot, unless that comes first.
-  [[nodiscard]] static bool IsCutAsNamesAre(const Target& target) {
+  [[nodiscard]] static bool IsCutAsNamesAre(const Target& target) noexcept {
     const std::u16string& name = target.GetBaseName();
     if (name.empty()) return false;
     for (const std::u16string_view extension : target.GetExtensions()) {
@@ -73,11 +82,10 @@ class PathLayer {
     }
     return true;
   }
-  [[nodiscard]] static bool HasDotAfterFirst(std::u16string_view text) {
-    for (std::size_t i = 1; i < text.size(); ++i) {
-      if (text[i] == u'.') return true;
-    }
-    return false;
+  [[nodiscard]] static bool HasDotAfterFirst(std::u16string_view text) noexcept {
+    bool hasDot = false;
+    for (std::size_t i = 1; i < text.size(); ++i) hasDot |= text[i] == u'.';
+    return hasDot;
   }
 
   // Whether the files that match a target under the policy all stand under one key of the exact index.
@@ -94,8 +102,10 @@ class PathLayer {
   [[nodiscard]] std::size_t RankOf(const NameIndex::Posting& posting,
                                    const std::vector<std::u16string>& extensions) const;
 
+  // Kept out of line, so that a miss does not pay for what a hit needs.
   template <class Admits>
-  [[nodiscard]] Hit FindFirstExactly(const Target& target, const Admits& admits) const;
+  [[nodiscard, gnu::noinline]] Hit Choose(const NameIndex::Posting& first, const Target& target,
+                                          const Admits& admits) const;
 
   LocationTable table_;
   NameIndex exactIndex_;
@@ -106,7 +116,7 @@ class PathLayer {
 
 template <class Admits>
 PathLayer::Hit PathLayer::FindFirst(const Target& target, Policy policy, const Admits& admits) const {
-  if (ComparesExactly(policy) && IsCutAsNamesAre(target)) return FindFirstExactly(target, admits);
+  if (IsExact(target, policy)) return FindFirstExactly(target, admits);
 
   Hit hit;
   ForEachHolder(target, policy, admits, [&](const Slot& slot) {
@@ -116,14 +126,17 @@ PathLayer::Hit PathLayer::FindFirst(const Target& target, Policy policy, const A
   return hit.item ? hit : Hit();
 }
 
+template <class Admits>
+PathLayer::Hit PathLayer::FindFirstExactly(const Target& target, const Admits& admits) const {
+  const NameIndex::Posting* const first = exactIndex_.FindFirst(target.GetBaseName());
+  return first == nullptr ? Hit() : Choose(*first, target, admits);
+}
+
 // What FolderEntry::FindFirst finds, without asking it: the postings of the name already tell the items that can match,
 // so the extensions decide. This is the one place where a lookup does not ask the entry, and the reason why it is
 // quick.
 template <class Admits>
-PathLayer::Hit PathLayer::FindFirstExactly(const Target& target, const Admits& admits) const {
-  const NameIndex::Posting* const first = exactIndex_.FindFirst(target.GetBaseName());
-  if (first == nullptr) return {};
-
+PathLayer::Hit PathLayer::Choose(const NameIndex::Posting& first, const Target& target, const Admits& admits) const {
   const std::vector<std::u16string>& extensions = target.GetExtensions();
   const NameIndex::Posting* best = nullptr;
   std::size_t bestRank = extensions.size();
@@ -136,8 +149,8 @@ PathLayer::Hit PathLayer::FindFirstExactly(const Target& target, const Admits& a
     }
     return bestRank == 0 && best != nullptr;
   };
-  if (!isDecided(*first)) {
-    const auto others = exactIndex_.OthersLike(*first);
+  if (!isDecided(first)) {
+    const auto others = exactIndex_.OthersLike(first);
     static_cast<void>(std::any_of(others.begin(), others.end(), isDecided));
   }
   return best == nullptr ? Hit() : HitAt(*best);

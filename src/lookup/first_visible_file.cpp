@@ -36,6 +36,14 @@ Hit FindInFirstOf(const Entries& entries, const detail::SearchTarget& target, Fi
   return boost::none;
 }
 
+// The class folder's hit if its entry stands before that of the main hit. Out of line: most names are of no class.
+[[gnu::noinline]] Hit EarlierOf(const IPath& path, Hit mainHit, Hit classHit) {
+  if (!classHit) return mainHit;
+  if (!mainHit) return classHit;
+  const bool classComesFirst = path.FirstEntryIsBeforeSecondOnPath(*classHit->GetPathEntry(), *mainHit->GetPathEntry());
+  return classComesFirst ? std::move(classHit) : std::move(mainHit);
+}
+
 Hit FindInPrivateFolderOf(const IPath& path, const AbsoluteIRI& folder, const detail::SearchTarget& target,
                           FilenameMatchingPolicy policy) {
   const EntryPtr entry = path.GetPathEntryFromAbsoluteIRI(folder, kFolderPolicy);
@@ -51,12 +59,7 @@ Hit FindFirstFileVisibleOnPath(const IPath& path, const detail::SearchTarget& ta
   Hit mainHit = path.FindFirstInScope(MainScope, target, policy);
   const Entries classFolders = ClassFoldersOf(path, target);
   if (classFolders.empty()) return mainHit;
-  Hit classHit = FindInFirstOf(classFolders, target, policy);
-  if (!classHit) return mainHit;
-  if (!mainHit) return classHit;
-
-  const bool classComesFirst = path.FirstEntryIsBeforeSecondOnPath(*classHit->GetPathEntry(), *mainHit->GetPathEntry());
-  return classComesFirst ? std::move(classHit) : std::move(mainHit);
+  return EarlierOf(path, std::move(mainHit), FindInFirstOf(classFolders, target, policy));
 }
 
 Hit FindFirstFileVisibleFromFolder(const IPath& path, const AbsoluteIRI& folder, const detail::SearchTarget& target,

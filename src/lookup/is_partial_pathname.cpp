@@ -26,9 +26,10 @@ bool Holds(std::u16string_view text, char16_t wanted) noexcept {
     }
     return false;
   }
+  // The last block overlaps the one before it, which in most names is the first one, too.
   const std::size_t last = text.size() - kUnitsInABlock;
-  Block matches = Matches(text.data() + last, wanted);  // the last block overlaps the one before it
-  for (std::size_t i = 0; i < last; i += kUnitsInABlock) matches |= Matches(text.data() + i, wanted);
+  Block matches = Matches(text.data(), wanted) | Matches(text.data() + last, wanted);
+  for (std::size_t i = kUnitsInABlock; i < last; i += kUnitsInABlock) matches |= Matches(text.data() + i, wanted);
   const auto halves = Halves(matches);
   return (halves[0] | halves[1]) != 0;
 }
