@@ -374,6 +374,8 @@ bool FolderPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first, const I
 
 bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const { return state_->Find(entry).has_value(); }
 
+const std::vector<std::size_t>& FolderPath::GetPositions() const noexcept { return state_->list->positions; }
+
 const std::vector<PathProblem>& FolderPath::GetProblems() const {
   return state_->problems.Get([this] {
     std::vector<PathProblem> problems = state_->list->problems;

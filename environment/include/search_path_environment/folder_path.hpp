@@ -5,6 +5,7 @@
 // entries.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <search_path_environment/export.hpp>
 #include <search_path_environment/folder_entry.hpp>
@@ -40,6 +41,11 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
       const std::vector<std::shared_ptr<const FolderEntry>>& entries) const;
 
   [[nodiscard]] std::shared_ptr<const std::vector<EntryPtr>> GetMainEntries() const override;
+
+  /// Of each main entry, in their order, its position on the path as it was given, from 0; a repeat has a position of
+  /// its own, but no entry. Lives as long as the path.
+  [[nodiscard]] const std::vector<std::size_t>& GetPositions() const noexcept;
+
   [[nodiscard]] std::vector<EntryPtr> GetMethodEntries() const override;
   [[nodiscard]] std::vector<EntryPtr> GetMethodEntriesByName(
       PathManagement::SearchScope scope, const std::u16string& name,

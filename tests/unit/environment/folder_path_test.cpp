@@ -46,6 +46,15 @@ TEST(FolderPath, CountsPositionsOnThePathAsItWasGiven) {
               ElementsAre("1 /a: it stands earlier on the path", "2 /missing: there is no such folder"));
 }
 
+TEST(FolderPath, TellsWhereEachMainEntryStandsOnThePathAsItWasGiven) {
+  MemoryStorage storage;
+  storage.WithFolders({u"/a", u"/b", u"/c"});
+
+  const auto path = storage.Path({u"/a", u"/a", u"/b", u"/a", u"/c"});
+
+  EXPECT_THAT(path->GetPositions(), ElementsAre(0, 2, 4));
+}
+
 TEST(FolderPath, KeepsTwoSpellingsOfOneFolderApart) {
   MemoryStorage storage;
   storage.WithFiles({u"/real/f"}).WithLink(u"/link", u"/real");
