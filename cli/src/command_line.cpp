@@ -139,7 +139,8 @@ CLI::App* AddMatch(CLI::App& app, MatchOptions& options) {
   command->add_flag("--ignore-case", options.ignoreCase, "Let letter case make no difference to folder names");
   command->add_flag("--strict", options.strict,
                     "Let no mark '+' and no enclosing special folder be\n"
-                    "left out, and letter case count in special folders");
+                    "left out, and letter case count in packages, classes\n"
+                    "and the private folder, also under --ignore-case");
   command->add_flag("--json", options.json, "Write one JSON document");
   AddNulFlag(*command, options.form);
   command->footer(

@@ -1,9 +1,7 @@
 #include "json_parts.hpp"
 
-#include <fl/filesystem/displayed_text.hpp>
-#include <search_path_utilities/path_editing.hpp>
-
 #include "file_location.hpp"
+#include "location_text.hpp"
 #include "output.hpp"
 
 namespace vornixpath {
@@ -12,10 +10,6 @@ namespace json = boost::json;
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathManagement::PathEntryType;
-
-std::string ShownText(const AbsoluteIRI& iri) {
-  return fl::filesystem::to_displayed_text(Quorvex::PathManagement::GetStringFromIRI(iri));
-}
 
 const char* NameOf(PathEntryType kind) {
   switch (kind) {

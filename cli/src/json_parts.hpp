@@ -7,13 +7,9 @@
 #include <search_path_environment/path_problem.hpp>
 #include <search_path_interfaces/found_item.hpp>
 #include <search_path_interfaces/path_entry.hpp>
-#include <string>
 #include <vector>
 
 namespace vornixpath {
-
-/// The path of `iri` as people are shown it.
-[[nodiscard]] std::string ShownText(const foundation::storage::vfs::AbsoluteIRI& iri);
 
 /// "main", "package", "class", "private", "auxiliary" or "resources".
 [[nodiscard]] const char* NameOf(Quorvex::PathManagement::PathEntryType kind);

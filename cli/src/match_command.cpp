@@ -6,13 +6,13 @@
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
 #include <iostream>
-#include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
-#include <search_path_utilities/path_editing.hpp>
 
 #include "all_kinds.hpp"
 #include "commands.hpp"
 #include "json_parts.hpp"
+#include "location_text.hpp"
+#include "looked_for.hpp"
 #include "output.hpp"
 #include "path_source.hpp"
 #include "path_troubles.hpp"
@@ -28,17 +28,6 @@ using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::IPathEntry;
 using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
-
-std::vector<std::u16string> FolderNamesIn(const std::u16string& partial) {
-  const auto& separators = Quorvex::PathManagement::Constants::PathnameSeparatorStr;
-  std::vector<std::u16string> names;
-  for (std::size_t begin = partial.find_first_not_of(separators); begin != std::u16string::npos;) {
-    const std::size_t end = std::min(partial.find_first_of(separators, begin), partial.size());
-    names.push_back(partial.substr(begin, end - begin));
-    begin = partial.find_first_not_of(separators, end);
-  }
-  return names;
-}
 
 // Whatever matches strictly matches leniently, too.
 Entries KeepStrictMatches(Entries entries, const std::u16string& partial, FilenameMatchingPolicy policy) {
@@ -77,7 +66,7 @@ ExitStatus RunMatch(const MatchOptions& options) {
     WriteAsJson(partial, entries, troubles);
   } else {
     for (const auto& entry : entries) {
-      WriteResult(Quorvex::PathManagement::GetStringFromIRI(entry->GetAbsoluteIRI()), options.form);
+      WriteResult(TextOf(entry->GetAbsoluteIRI()), options.form);
     }
   }
   if (!entries.empty()) return ExitStatus::Yes;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <search_path_utilities/path_editing.hpp>
 
+#include "location_text.hpp"
 #include "output.hpp"
 
 namespace vornixpath {
@@ -21,8 +21,8 @@ std::vector<PathProblem> TroublesOf(const Quorvex::PathEnvironment::FolderPath& 
 
 void Warn(const std::vector<PathProblem>& troubles) {
   for (const PathProblem& trouble : troubles) {
-    WriteWarning(Quoted(Quorvex::PathManagement::GetStringFromIRI(trouble.location)) + ", folder " +
-                 std::to_string(trouble.position + 1) + " of the path: " + ReasonOf(trouble));
+    WriteWarning(Quoted(TextOf(trouble.location)) + ", folder " + std::to_string(trouble.position + 1) +
+                 " of the path: " + ReasonOf(trouble));
   }
 }
 

@@ -4,10 +4,10 @@
 #include <boost/json/value.hpp>
 #include <fl/filesystem/displayed_text.hpp>
 #include <iostream>
-#include <search_path_utilities/path_editing.hpp>
 
 #include "file_location.hpp"
 #include "json_parts.hpp"
+#include "location_text.hpp"
 #include "output.hpp"
 
 namespace vornixpath {
@@ -28,7 +28,7 @@ json::object ResultFor(const Answer& answer) {
 void WriteAsLines(const std::vector<Answer>& answers, OutputForm form) {
   for (const Answer& answer : answers) {
     for (const FoundItem& found : answer.files) {
-      WriteResult(Quorvex::PathManagement::GetStringFromIRI(LocationOf(found)), form);
+      WriteResult(TextOf(LocationOf(found)), form);
     }
   }
 }
