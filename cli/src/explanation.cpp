@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "looked_for.hpp"
 #include "near_names.hpp"
 #include "recording_entry.hpp"
 #include "recording_path.hpp"
@@ -12,9 +13,6 @@ namespace vornixpath {
 namespace {
 
 using Quorvex::PathManagement::FoundItem;
-
-// More would only bury the likely ones.
-constexpr std::size_t kNearNamesTold = 10;
 
 boost::optional<FoundItem> FindRecorded(const Standpoint& standpoint, const Question& question, LookupSteps& steps) {
   const RecordingPath recorder(standpoint.path);
@@ -28,17 +26,14 @@ boost::optional<FoundItem> FindRecorded(const Standpoint& standpoint, const Ques
 
 Explanation Explain(const Quorvex::PathEnvironment::FolderPath& path, const Standpoint& standpoint, Question question,
                     const FolderNumbers& numbers) {
-  Explanation explanation{std::move(question), standpoint.policy, {}, boost::none, {}, {}};
+  Explanation explanation{std::move(question), standpoint.policy, {}, boost::none, {}, {}, 0, UnreadFoldersOf(path)};
   explanation.winner = FindRecorded(standpoint, explanation.question, explanation.steps);
   if (explanation.winner) {
     explanation.hidden = FilesHiddenBy(*explanation.winner, standpoint, explanation.question.Target(), numbers);
-    return explanation;
-  }
-
-  explanation.near = FindNearNames(path, standpoint, explanation.question, numbers);
-  if (explanation.near.size() > kNearNamesTold) {
-    explanation.furtherNear = explanation.near.size() - kNearNamesTold;
-    explanation.near.erase(explanation.near.begin() + kNearNamesTold, explanation.near.end());
+  } else if (NamesAFile(explanation.question.Target())) {
+    NearNames near = FindNearNames(path, standpoint, explanation.question, numbers);
+    explanation.near = std::move(near.likeliest);
+    explanation.furtherNear = near.further;
   }
   return explanation;
 }

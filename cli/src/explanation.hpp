@@ -12,6 +12,7 @@
 #include "near_name.hpp"
 #include "question.hpp"
 #include "standpoint.hpp"
+#include "unread_folder.hpp"
 
 namespace vornixpath {
 
@@ -24,6 +25,7 @@ struct Explanation {
   std::vector<HiddenFile> hidden;                              ///< what the winner hides
   std::vector<NearName> near;                                  ///< on a miss, the likeliest ones
   std::size_t furtherNear = 0;                                 ///< how many more there are
+  std::vector<UnreadFolder> unread;                            ///< where files may stand that are missing here
 };
 
 /// The answer is that of `FindVisibleFile`, which it comes from. `standpoint` asks on `path`. Storage is touched only

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "file_location.hpp"
 #include "looked_for.hpp"
 #include "visible_files.hpp"
 
@@ -34,13 +35,15 @@ HidingReason ReasonWithinFolder(const FoundItem& winner, const FoundItem& loser,
                                 FilenameMatchingPolicy policy) {
   const auto matches = winner.GetPathEntry()->GetFilenameComparator(policy);
   const std::vector<std::u16string> names = FileNamesLookedFor(target);
-  const auto nameOf = [&](const FoundItem& found) {
+  const auto firstNameOf = [&](const FoundItem& found) {
     return std::find_if(names.begin(), names.end(),
                         [&](const std::u16string& name) { return (*matches)(name, FullNameOf(found)); });
   };
 
-  const auto winning = nameOf(winner);
-  if (winning != nameOf(loser)) return HidingReason::LaterExtension;
+  const auto winning = firstNameOf(winner);
+  const auto exact = std::find(names.begin(), names.end(), FullNameOf(loser));
+  const auto losing = exact != names.end() ? exact : firstNameOf(loser);
+  if (winning == names.end() || winning != losing) return HidingReason::LaterExtension;
   return *winning == FullNameOf(winner) ? HidingReason::OtherLetterCase : HidingReason::LaterByName;
 }
 
@@ -61,7 +64,7 @@ HidingReason ReasonByPlace(const FoundItem& winner, const FoundItem& loser, bool
 
 HidingReason ReasonFor(const FoundItem& winner, const FoundItem& loser, const Standpoint& standpoint,
                        const SearchTarget& target, const FolderNumbers& numbers) {
-  if (winner.GetPathEntry() == loser.GetPathEntry()) {
+  if (winner.GetPathItem()->folderIRI == loser.GetPathItem()->folderIRI) {
     return ReasonWithinFolder(winner, loser, target, standpoint.policy);
   }
   const bool isPlainName = FolderPartOf(target.GetBaseName()).empty();
@@ -80,7 +83,7 @@ std::vector<HiddenFile> FilesHiddenBy(const FoundItem& winner, const Standpoint&
                                       const FolderNumbers& numbers) {
   std::vector<HiddenFile> hidden;
   for (FoundItem& file : FindAllFiles(standpoint, target)) {
-    if (file == winner) continue;
+    if (LocationOf(file) == LocationOf(winner)) continue;
     const HidingReason reason = ReasonFor(winner, file, standpoint, target, numbers);
     hidden.push_back({std::move(file), reason});
   }

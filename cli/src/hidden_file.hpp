@@ -13,7 +13,7 @@ namespace vornixpath {
 enum class HidingReason {
   LaterExtension,         ///< in the winner's folder; its extension stands later in the list
   OtherLetterCase,        ///< in the winner's folder; the winner has the exact name
-  LaterByName,            ///< in the winner's folder; neither has the exact name, and names are taken in order
+  LaterByName,            ///< in the winner's folder; neither is exactly the name, and they are taken in name order
   PrivateFolderFirst,     ///< the private folder of the folder asked from comes first
   ClassFoldersFirst,      ///< a plain file, and from a folder class folders come first
   ClassFolderLater,       ///< in a class folder that stands later on the path than the plain folder
@@ -28,7 +28,7 @@ struct HiddenFile {
   HidingReason reason;
 };
 
-/// What `winner` hides from `standpoint`, each file once, in order of precedence.
+/// What `winner` hides from `standpoint`, each location once, in order of precedence.
 [[nodiscard]] std::vector<HiddenFile> FilesHiddenBy(const Quorvex::PathManagement::FoundItem& winner,
                                                     const Standpoint& standpoint,
                                                     const Quorvex::PathManagement::detail::SearchTarget& target,

@@ -4,14 +4,14 @@
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <memory>
 #include <search_path_interfaces/found_item.hpp>
-#include <search_path_interfaces/path_entry.hpp>
+#include <search_path_interfaces/path_item.hpp>
 #include <string>
 #include <variant>
 #include <vector>
 
-namespace vornixpath {
+#include "entry_ptr.hpp"
 
-using EntryPtr = std::shared_ptr<const Quorvex::PathManagement::IPathEntry>;
+namespace vornixpath {
 
 // What a lookup asks a path, and what it is told. The entries are the path's own.
 
@@ -41,14 +41,15 @@ struct AskedInFolder {
 
 /// The first file in all folders of some kinds.
 struct AskedInScope {
-  bool onlyPlainFolders;  ///< else every visible kind
+  bool onlyPlainFolders;           ///< else every visible kind
+  std::vector<EntryPtr> searched;  ///< the folders that the file might have stood in
   boost::optional<Quorvex::PathManagement::FoundItem> answer;
 };
 
 /// Whether the first folder stands before the second on the path, which both belong to.
 struct AskedForOrder {
-  const Quorvex::PathManagement::IPathEntry* first;
-  const Quorvex::PathManagement::IPathEntry* second;
+  EntryPtr first;
+  EntryPtr second;
   bool answer;
 };
 

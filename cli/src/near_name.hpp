@@ -2,8 +2,8 @@
 
 #include <boost/optional/optional.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
-#include <search_path_environment/path_problem.hpp>
 #include <string>
+#include <vector>
 
 namespace vornixpath {
 
@@ -18,17 +18,16 @@ enum class Obstacle {
   InOtherFolder,            ///< it stands in a plain folder that the folders written do not match
   InResources,              ///< resources are no program files
   InPlainSubfolder,         ///< it stands in a plain subfolder of a folder of the path, which itself is not on it
-  InUnreadableFolder,       ///< it may stand in a folder that could not be read
 };
 
-/// A file that is nearly meant, or a folder where it may stand.
+/// A file that is nearly meant.
 struct NearName {
-  Obstacle obstacle;
+  std::vector<Obstacle> obstacles;  ///< one, or that of its place and that of its name
   foundation::storage::vfs::AbsoluteIRI location;
   std::size_t number;                                              ///< of its folder of the path, from 1
-  std::u16string otherName;                                        ///< the name that means it; empty when there is none
+  std::u16string otherName;                                        ///< a name that means it; empty when none was found
   boost::optional<foundation::storage::vfs::AbsoluteIRI> askFrom;  ///< the folder from which the name means it
-  std::string reason;                                              ///< why the folder could not be read; else empty
+  bool needsNoExtension = false;                                   ///< it means it when no extension is tried
 };
 
 }  // namespace vornixpath

@@ -1,18 +1,15 @@
-// Near names: each file of the path that bears the name, or nearly, and is not reached; then what storage tells about
-// plain subfolders; then the folders that could not be read.
+// Of the near files, the likeliest, each with a name that means it.
 
 #include "near_names.hpp"
 
-#include <algorithm>
+#include <map>
 
-#include "all_kinds.hpp"
+#include "entry_ptr.hpp"
+#include "extension_list.hpp"
 #include "file_location.hpp"
 #include "looked_for.hpp"
-#include "path_troubles.hpp"
-#include "plain_subfolders.hpp"
-#include "reach.hpp"
+#include "near_files.hpp"
 #include "visible_files.hpp"
-#include "wanted_name.hpp"
 
 namespace vornixpath {
 
@@ -20,42 +17,35 @@ namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathEnvironment::FolderPath;
-using Quorvex::PathEnvironment::ProblemKind;
-using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::FoundItem;
-using Quorvex::PathManagement::IPathEntry;
 using Quorvex::PathManagement::PathEntryType;
-using Entry = std::shared_ptr<const IPathEntry>;
 
-Obstacle ObstacleOfPlace(PathEntryType kind) {
-  switch (kind) {
-    case PathEntryType::Private:
-      return Obstacle::InPrivateFolder;
-    case PathEntryType::Package:
-      return Obstacle::InPackage;
-    case PathEntryType::Class:
-      return Obstacle::InClassFolder;
-    case PathEntryType::Resources:
-      return Obstacle::InResources;
-    default:
-      return Obstacle::InOtherFolder;
+// More would only bury the likely ones.
+constexpr std::size_t kToldAtMost = 10;
+constexpr std::size_t kOfOneKindFirst = 3;
+
+std::vector<NearFile> LikeliestOf(const std::vector<NearFile>& files) {
+  std::vector<bool> isTaken(files.size(), false);
+  std::map<std::vector<Obstacle>, std::size_t> takenOfKind;
+  std::size_t taken = 0;
+  for (const std::size_t limit : {kOfOneKindFirst, kToldAtMost}) {
+    for (std::size_t i = 0; i < files.size() && taken < kToldAtMost; ++i) {
+      if (isTaken[i] || takenOfKind[files[i].obstacles] >= limit) continue;
+      isTaken[i] = true;
+      ++takenOfKind[files[i].obstacles];
+      ++taken;
+    }
   }
-}
-
-boost::optional<Obstacle> ObstacleOf(const IPathEntry& entry, Likeness likeness, const Reach& reach) {
-  const bool isReached = reach.Holds(entry);
-  const bool isNamed = likeness == Likeness::Exact || likeness == Likeness::OtherLetterCase;
-  if (isReached && likeness == Likeness::OtherLetterCase) return Obstacle::OtherLetterCase;
-  if (isReached && likeness == Likeness::OtherExtension) return Obstacle::OtherExtension;
-  if (!isReached && isNamed && reach.HoldsButForLetterCase(entry)) return Obstacle::OtherLetterCaseOfFolder;
-  if (!isReached && likeness == Likeness::Exact) return ObstacleOfPlace(entry.GetEntryType());
-  return boost::none;
+  std::vector<NearFile> likeliest;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (isTaken[i]) likeliest.push_back(files[i]);
+  }
+  return likeliest;
 }
 
 // The names of the special folders from the folder of the path down to `entry`, marks left out: "geometry/Point/".
-std::u16string FoldersWithinPath(const FolderPath& path, Entry entry) {
+std::u16string FoldersWithinPath(const FolderPath& path, EntryPtr entry) {
   std::u16string folders;
-  for (Entry parent; (parent = path.GetParentEntryForEntry(*entry)); entry = parent) {
+  for (EntryPtr parent; (parent = path.GetParentEntryForEntry(*entry)); entry = parent) {
     const std::u16string name = entry->GetAbsoluteIRI().getName();
     const bool isMarked =
         entry->GetEntryType() == PathEntryType::Package || entry->GetEntryType() == PathEntryType::Class;
@@ -64,106 +54,76 @@ std::u16string FoldersWithinPath(const FolderPath& path, Entry entry) {
   return folders;
 }
 
-/// Collects what is near one name.
-class Search {
+/// Finds names for near files.
+class Naming {
  public:
-  Search(const FolderPath& path, const Standpoint& standpoint, const Question& question, const FolderNumbers& numbers)
-      : path_(path),
-        standpoint_(standpoint),
-        question_(question),
-        numbers_(numbers),
-        wanted_(question.Target(), standpoint.policy == FilenameMatchingPolicy::CaseInsensitive),
-        reach_(standpoint, question.Target()) {}
+  Naming(const FolderPath& path, const Standpoint& standpoint, const Question& question)
+      : path_(path), standpoint_(standpoint), question_(question) {}
 
-  std::vector<NearName> Run() && {
-    path_.ForEachEntry(AllKinds(), [this](const Entry& entry) {
-      LookThrough(entry);
-      return false;
-    });
-    const auto folders = path_.GetMainEntries();
-    for (const Entry& folder : *folders) LookBelow(*folder);
-    AddUnreadableFolders();
-    std::stable_sort(near_.begin(), near_.end(),
-                     [](const NearName& left, const NearName& right) { return left.obstacle < right.obstacle; });
-    return std::move(near_);
+  NearName operator()(const NearFile& near) const {
+    NearName name{near.obstacles, near.location, near.number, {}, boost::none};
+    if (!near.file) return name;
+    if (near.file->GetPathEntry()->GetEntryType() != PathEntryType::Private) {
+      NameFrom(standpoint_, WaysToWrite(near), name);
+      return name;
+    }
+    const auto item = near.file->GetPathItem();
+    const AbsoluteIRI folder = path_.GetParentEntryForEntry(*near.file->GetPathEntry())->GetAbsoluteIRI();
+    NameFrom({path_, folder, standpoint_.policy}, {item->baseName, item->baseName + item->extension}, name);
+    if (!name.otherName.empty()) name.askFrom = folder;
+    return name;
   }
 
  private:
-  void LookThrough(const Entry& entry) {
-    const auto items = entry->GetItems();  // nobody else keeps them
-    for (const auto& item : *items) {
-      const Likeness likeness = wanted_.LikenessOf(item->baseName + item->extension);
-      if (likeness == Likeness::None) continue;
-      if (const auto obstacle = ObstacleOf(*entry, likeness, reach_)) Add(*obstacle, FoundItem(item, entry));
+  // No more folders than are needed, and the extension only where it must be; a last resort is to name the folder of
+  // the path, too.
+  std::vector<std::u16string> WaysToWrite(const NearFile& near) const {
+    const auto item = near.file->GetPathItem();
+    const EntryPtr entry = near.file->GetPathEntry();
+    const std::u16string folders = FoldersWithinPath(path_, entry);
+    const std::u16string fromFolderOfPath =
+        path_.GetMainEntryForEntry(*entry)->GetAbsoluteIRI().getName() + u'/' + folders;
+    std::vector<std::u16string> names;
+    for (const std::u16string& front : {std::u16string(), folders, fromFolderOfPath}) {
+      names.push_back(front + item->baseName);
+      names.push_back(front + item->baseName + item->extension);
+    }
+    return names;
+  }
+
+  static void NameFrom(const Standpoint& standpoint, const std::vector<std::u16string>& names,
+                       const std::vector<std::u16string>& extensions, NearName& near) {
+    for (const std::u16string& name : names) {
+      const Question question{name, extensions};
+      const auto found = FindVisibleFile(standpoint, question.Target());
+      if (!found || LocationOf(*found) != near.location) continue;
+      near.otherName = name;
+      return;
     }
   }
 
-  void Add(Obstacle obstacle, const FoundItem& file) {
-    const Entry entry = file.GetPathEntry();
-    NearName name{obstacle, LocationOf(file), numbers_.NumberOf(*entry), {}, boost::none, {}};
-    if (obstacle == Obstacle::InPrivateFolder) {
-      TellWhoSees(file, name);
-    } else if (obstacle != Obstacle::InResources) {
-      name.otherName = NameThatMeans(file);
-    }
-    near_.push_back(std::move(name));
-  }
-
-  // The folder around a private one, if the plain name means the file there.
-  void TellWhoSees(const FoundItem& file, NearName& name) const {
-    const AbsoluteIRI folder = path_.GetParentEntryForEntry(*file.GetPathEntry())->GetAbsoluteIRI();
-    const std::u16string plainName = question_.name.substr(FolderPartOf(question_.name).size());
-    if (!Means({path_, folder, standpoint_.policy}, plainName, file)) return;
-    name.askFrom = folder;
-    name.otherName = plainName;
-  }
-
-  // The shortest way to write the file's name, with its extension only where it must be, that means it from here.
-  std::u16string NameThatMeans(const FoundItem& file) const {
-    const auto item = file.GetPathItem();
-    const std::u16string folders = FoldersWithinPath(path_, file.GetPathEntry());
-    const std::u16string fullName = item->baseName + item->extension;
-    for (const std::u16string& name : {item->baseName, fullName, folders + item->baseName, folders + fullName}) {
-      if (Means(standpoint_, name, file)) return name;
-    }
-    return {};
-  }
-
-  bool Means(const Standpoint& standpoint, const std::u16string& name, const FoundItem& file) const {
-    const Question question{name, question_.extensions};
-    const auto found = FindVisibleFile(standpoint, question.Target());
-    return found && *found == file;
-  }
-
-  void LookBelow(const IPathEntry& folder) {
-    for (const AbsoluteIRI& file : FilesInPlainSubfolders(folder.GetAbsoluteIRI(), wanted_, path_)) {
-      near_.push_back({Obstacle::InPlainSubfolder, file, numbers_.NumberOf(folder), {}, boost::none, {}});
-    }
-  }
-
-  // A folder left out because it encloses itself is read where it stands first.
-  void AddUnreadableFolders() {
-    for (const auto& trouble : TroublesOf(path_)) {
-      if (trouble.kind == ProblemKind::Loop) continue;
-      near_.push_back(
-          {Obstacle::InUnreadableFolder, trouble.location, trouble.position + 1, {}, boost::none, ReasonOf(trouble)});
-    }
+  void NameFrom(const Standpoint& standpoint, const std::vector<std::u16string>& names, NearName& near) const {
+    NameFrom(standpoint, names, question_.extensions, near);
+    if (!near.otherName.empty()) return;
+    NameFrom(standpoint, names, ExtensionsFromText({}), near);
+    near.needsNoExtension = !near.otherName.empty();
   }
 
   const FolderPath& path_;
   const Standpoint& standpoint_;
   const Question& question_;
-  const FolderNumbers& numbers_;
-  WantedName wanted_;
-  Reach reach_;
-  std::vector<NearName> near_;
 };
 
 }  // namespace
 
-std::vector<NearName> FindNearNames(const FolderPath& path, const Standpoint& standpoint, const Question& question,
-                                    const FolderNumbers& numbers) {
-  return Search(path, standpoint, question, numbers).Run();
+NearNames FindNearNames(const FolderPath& path, const Standpoint& standpoint, const Question& question,
+                        const FolderNumbers& numbers) {
+  const std::vector<NearFile> files = FindNearFiles(path, standpoint, question, numbers);
+  const Naming named(path, standpoint, question);
+  NearNames near{{}, 0};
+  for (const NearFile& file : LikeliestOf(files)) near.likeliest.push_back(named(file));
+  near.further = files.size() - near.likeliest.size();
+  return near;
 }
 
 }  // namespace vornixpath

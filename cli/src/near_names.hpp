@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <search_path_environment/folder_path.hpp>
 #include <vector>
 
@@ -10,12 +11,17 @@
 
 namespace vornixpath {
 
-/// What is near a name that means nothing from `standpoint`: likelier first, then in path order.
+struct NearNames {
+  std::vector<NearName> likeliest;  ///< likelier first, then in path order
+  std::size_t further;              ///< how many more there are
+};
+
+/// What is near a name that means nothing from `standpoint`, each location once. Where folders are written, files in
+/// folders of such names come first. Of one kind only a few are taken before the other kinds have had their turn.
 ///
 /// Looks at every file of the path once, and asks storage, now, what the direct plain subfolders of the path's folders
 /// hold. A subfolder that cannot be listed is passed over.
-[[nodiscard]] std::vector<NearName> FindNearNames(const Quorvex::PathEnvironment::FolderPath& path,
-                                                  const Standpoint& standpoint, const Question& question,
-                                                  const FolderNumbers& numbers);
+[[nodiscard]] NearNames FindNearNames(const Quorvex::PathEnvironment::FolderPath& path, const Standpoint& standpoint,
+                                      const Question& question, const FolderNumbers& numbers);
 
 }  // namespace vornixpath

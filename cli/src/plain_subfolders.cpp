@@ -5,7 +5,8 @@
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_utilities/lookup.hpp>
-#include <search_path_utilities/path_editing.hpp>
+
+#include "standpoint.hpp"
 
 namespace vornixpath {
 
@@ -15,7 +16,6 @@ using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::FileKind;
 using foundation::storage::vfs::ListedEntry;
 using Quorvex::PathEnvironment::FolderPath;
-using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::PathEntryType;
 
 std::vector<ListedEntry> ListingOf(const AbsoluteIRI& folder) {
@@ -27,43 +27,42 @@ std::vector<ListedEntry> ListingOf(const AbsoluteIRI& folder) {
   }
 }
 
-bool IsPlainFolder(const ListedEntry& entry) {
-  return entry.kind == FileKind::Folder &&
-         Quorvex::PathManagement::GetPathEntryTypeFromBaseName(entry.name) == PathEntryType::Main;
-}
-
-// Under any spelling.
 bool IsOnPath(const FolderPath& path, const AbsoluteIRI& folder) {
-  if (path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native)) return true;
   try {
-    return path.GetPathEntryFromAbsoluteIRI(Quorvex::PathManagement::GetCanonicalIRI(folder)) != nullptr;
+    return EntryUnderAnySpelling(path, folder) != nullptr;
   } catch (const foundation::storage::vfs::Exception&) {
     return false;  // it was there a moment ago, under this spelling
   }
 }
 
-std::vector<AbsoluteIRI> WantedFilesIn(const AbsoluteIRI& folder, const WantedName& wanted) {
-  std::vector<AbsoluteIRI> files;
+bool IsPlainFolder(const ListedEntry& entry) {
+  return entry.kind == FileKind::Folder &&
+         Quorvex::PathManagement::GetPathEntryTypeFromBaseName(entry.name) == PathEntryType::Main;
+}
+
+std::vector<SubfolderFile> WantedFilesIn(const AbsoluteIRI& folder, const WantedName& wanted) {
+  std::vector<SubfolderFile> files;
   for (const ListedEntry& entry : ListingOf(folder)) {
-    const bool isWanted = entry.kind == FileKind::File && wanted.LikenessOf(entry.name) == Likeness::Exact;
-    if (isWanted) files.push_back(folder.getChild(entry.name));
+    const NameMatch match = entry.kind == FileKind::File ? wanted.MatchOf(entry.name) : NameMatch::None;
+    if (match != NameMatch::None) files.push_back({folder.getChild(entry.name), match});
   }
   return files;
 }
 
 }  // namespace
 
-std::vector<AbsoluteIRI> FilesInPlainSubfolders(const AbsoluteIRI& folder, const WantedName& wanted,
-                                                const FolderPath& path) {
-  std::vector<AbsoluteIRI> files;
+std::vector<SubfolderFile> FilesInPlainSubfolders(const AbsoluteIRI& folder, const WantedName& wanted,
+                                                  const FolderPath& path) {
+  std::vector<SubfolderFile> files;
   for (const ListedEntry& entry : ListingOf(folder)) {
     if (!IsPlainFolder(entry)) continue;
     const AbsoluteIRI subfolder = folder.getChild(entry.name);
-    const std::vector<AbsoluteIRI> found = WantedFilesIn(subfolder, wanted);
+    const std::vector<SubfolderFile> found = WantedFilesIn(subfolder, wanted);
     if (!found.empty() && !IsOnPath(path, subfolder)) files.insert(files.end(), found.begin(), found.end());
   }
   // Storage lists in no order.
-  std::sort(files.begin(), files.end());
+  std::sort(files.begin(), files.end(),
+            [](const SubfolderFile& left, const SubfolderFile& right) { return left.location < right.location; });
   return files;
 }
 

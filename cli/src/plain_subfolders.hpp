@@ -8,10 +8,15 @@
 
 namespace vornixpath {
 
-/// The files that `wanted` looks for in the plain subfolders directly below `folder` that are no folders of `path`, in
+struct SubfolderFile {
+  foundation::storage::vfs::AbsoluteIRI location;
+  NameMatch match;
+};
+
+/// The files that match `wanted` in the plain subfolders directly below `folder` that are no folders of `path`, in
 /// order of their locations. Asks storage; what cannot be listed holds nothing.
-[[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FilesInPlainSubfolders(
-    const foundation::storage::vfs::AbsoluteIRI& folder, const WantedName& wanted,
-    const Quorvex::PathEnvironment::FolderPath& path);
+[[nodiscard]] std::vector<SubfolderFile> FilesInPlainSubfolders(const foundation::storage::vfs::AbsoluteIRI& folder,
+                                                                const WantedName& wanted,
+                                                                const Quorvex::PathEnvironment::FolderPath& path);
 
 }  // namespace vornixpath

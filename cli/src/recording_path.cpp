@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "all_kinds.hpp"
 #include "recording_entry.hpp"
+#include "searched_entries.hpp"
 
 namespace vornixpath {
 
@@ -21,6 +23,16 @@ namespace {
 
 bool HoldsOnlyPlainFolders(SearchScope scope) {
   return std::all_of(scope.begin(), scope.end(), [](PathEntryType kind) { return kind == PathEntryType::Main; });
+}
+
+// The path's own pointer to `entry`; null for a stranger.
+EntryPtr PointerTo(const IPathEntry& entry, const Quorvex::PathManagement::IPath& path) {
+  EntryPtr pointer;
+  path.ForEachEntry(AllKinds(), [&](const EntryPtr& candidate) {
+    if (candidate.get() == &entry) pointer = candidate;
+    return pointer != nullptr;
+  });
+  return pointer;
 }
 
 }  // namespace
@@ -66,7 +78,8 @@ EntryPtr RecordingPath::GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& 
 boost::optional<FoundItem> RecordingPath::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                            FilenameMatchingPolicy policy) const {
   auto answer = path_.FindFirstInScope(scope, target, policy);
-  steps_->push_back(AskedInScope{HoldsOnlyPlainFolders(scope), answer});
+  steps_->push_back(
+      AskedInScope{HoldsOnlyPlainFolders(scope), EntriesSearchedInScope(path_, scope, target, policy), answer});
   return answer;
 }
 
@@ -87,7 +100,11 @@ bool RecordingPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first, cons
   const IPathEntry& originalOfFirst = OriginalOf(first);
   const IPathEntry& originalOfSecond = OriginalOf(second);
   const bool answer = path_.FirstEntryIsBeforeSecondOnPath(originalOfFirst, originalOfSecond);
-  steps_->push_back(AskedForOrder{&originalOfFirst, &originalOfSecond, answer});
+  EntryPtr firstOnPath = PointerTo(originalOfFirst, path_);
+  EntryPtr secondOnPath = PointerTo(originalOfSecond, path_);
+  if (firstOnPath && secondOnPath) {
+    steps_->push_back(AskedForOrder{std::move(firstOnPath), std::move(secondOnPath), answer});
+  }
   return answer;
 }
 

@@ -11,7 +11,11 @@ namespace vornixpath {
 
 /// A path that notes what a lookup asks it, and passes every question on. For one lookup on one thread.
 ///
-/// The entries it hands out for a location or a class name record in their turn, and are taken back as the entries they
+/// It notes four questions, and its entries two, their private folder and their first file. A lookup asks no others: it
+/// takes the folder asked from by its location, class folders by name, and everything else by scope, and has the path
+/// decide which of two hits stands first. The other questions list or walk a path, and no lookup does so itself.
+///
+/// The entries handed out for a location or a class name record in their turn, and are taken back as the entries they
 /// stand for; `OriginalOf` gives the latter. Without a recorder a lookup pays nothing: it asks the path itself.
 class RecordingPath final : public Quorvex::PathManagement::IPath {
  public:
@@ -53,7 +57,7 @@ class RecordingPath final : public Quorvex::PathManagement::IPath {
   bool ConcurrentForEachEntry(Quorvex::PathManagement::SearchScope scope,
                               const Quorvex::PathManagement::PathEntryCallback& callback) const override;
 
-  /// Noted.
+  /// Noted, if both are on the path.
   [[nodiscard]] bool FirstEntryIsBeforeSecondOnPath(const Quorvex::PathManagement::IPathEntry& first,
                                                     const Quorvex::PathManagement::IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const Quorvex::PathManagement::IPathEntry& entry) const override;

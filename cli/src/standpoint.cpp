@@ -24,17 +24,11 @@ AbsoluteIRI LocationFromArgument(const std::u16string& text) {
   }
 }
 
-bool IsOnPath(const FolderPath& path, const AbsoluteIRI& folder) {
-  return path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native) != nullptr;
-}
-
 // The folder under the spelling by which the path knows it, if it does.
 AbsoluteIRI FolderToAskFrom(const FolderPath& path, const std::u16string& text) {
   const AbsoluteIRI folder = LocationFromArgument(text);
-  if (IsOnPath(path, folder)) return folder;
   try {
-    const AbsoluteIRI canonical = Quorvex::PathManagement::GetCanonicalIRI(folder).getAbsoluteIRI();
-    if (IsOnPath(path, canonical)) return canonical;
+    if (const auto entry = EntryUnderAnySpelling(path, folder)) return entry->GetAbsoluteIRI();
   } catch (const foundation::storage::vfs::Exception& exception) {
     WriteWarning(exception.what());
   }
@@ -43,6 +37,11 @@ AbsoluteIRI FolderToAskFrom(const FolderPath& path, const std::u16string& text) 
 }
 
 }  // namespace
+
+EntryPtr EntryUnderAnySpelling(const FolderPath& path, const AbsoluteIRI& folder) {
+  if (auto entry = path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native)) return entry;
+  return path.GetPathEntryFromAbsoluteIRI(Quorvex::PathManagement::GetCanonicalIRI(folder));
+}
 
 FilenameMatchingPolicy PolicyFor(bool ignoreCase) {
   return ignoreCase ? FilenameMatchingPolicy::CaseInsensitive : FilenameMatchingPolicy::Native;

@@ -7,6 +7,8 @@
 #include <search_path_interfaces/path.hpp>
 #include <string>
 
+#include "entry_ptr.hpp"
+
 namespace vornixpath {
 
 /// A place to ask from, and how names are compared. The path is the caller's.
@@ -18,6 +20,11 @@ struct Standpoint {
 
 /// How file names are compared with or without --ignore-case.
 [[nodiscard]] Quorvex::PathManagement::FilenameMatchingPolicy PolicyFor(bool ignoreCase);
+
+/// The entry of `folder`, in any spelling, or null. Asks storage about a spelling that the path does not know, and lets
+/// its Exception pass.
+[[nodiscard]] EntryPtr EntryUnderAnySpelling(const Quorvex::PathEnvironment::FolderPath& path,
+                                             const foundation::storage::vfs::AbsoluteIRI& folder);
 
 /// The standpoint of code in the folder `from`, in any spelling, or of the whole path. Warns of a folder that is not on
 /// the path. Throws UsageError when `from` is malformed.

@@ -4,8 +4,10 @@
 #include <iterator>
 #include <search_path_environment/folder_entry.hpp>
 #include <search_path_utilities/lookup.hpp>
+#include <unordered_set>
 
-#include "looked_for.hpp"
+#include "file_location.hpp"
+#include "searched_entries.hpp"
 
 namespace vornixpath {
 
@@ -14,13 +16,12 @@ namespace {
 using Quorvex::PathEnvironment::FolderEntry;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::FoundItem;
-using Quorvex::PathManagement::IPathEntry;
 using Quorvex::PathManagement::MainScope;
 using Quorvex::PathManagement::VisibleScope;
 using Quorvex::PathManagement::detail::SearchTarget;
 
-void AppendMatches(const std::shared_ptr<const IPathEntry>& entry, const SearchTarget& target,
-                   FilenameMatchingPolicy policy, std::vector<FoundItem>& files) {
+void AppendMatches(const EntryPtr& entry, const SearchTarget& target, FilenameMatchingPolicy policy,
+                   std::vector<FoundItem>& files) {
   const auto folder = std::dynamic_pointer_cast<const FolderEntry>(entry);
   if (!folder) return;
   for (const auto& item : folder->FindAll(target, policy)) files.emplace_back(item, entry);
@@ -28,22 +29,20 @@ void AppendMatches(const std::shared_ptr<const IPathEntry>& entry, const SearchT
 
 std::vector<FoundItem> FilesInPrivateFolder(const Standpoint& standpoint, const SearchTarget& target) {
   std::vector<FoundItem> files;
-  const auto entry = standpoint.path.GetPathEntryFromAbsoluteIRI(*standpoint.folder, FilenameMatchingPolicy::Native);
-  if (entry) AppendMatches(entry->GetPrivateEntry(), target, standpoint.policy, files);
+  AppendMatches(PrivateFolderSeenFrom(standpoint), target, standpoint.policy, files);
   return files;
 }
 
 std::vector<FoundItem> FilesInClassFolders(const Standpoint& standpoint, const SearchTarget& target) {
   std::vector<FoundItem> files;
-  for (const auto& entry :
-       standpoint.path.GetMethodEntriesByName(MainScope, target.GetBaseName(), FilenameMatchingPolicy::Native)) {
+  for (const EntryPtr& entry : ClassFoldersFor(standpoint.path, target)) {
     AppendMatches(entry, target, standpoint.policy, files);
   }
   return files;
 }
 
 std::vector<FoundItem> FilesInOrderOfPrecedence(const Standpoint& standpoint, const SearchTarget& target) {
-  if (!FolderPartOf(target.GetBaseName()).empty())
+  if (Quorvex::PathManagement::IsPartialPathname(target.GetBaseName()))
     return standpoint.path.FindAllInScope(VisibleScope, target, standpoint.policy);
 
   const std::vector<FoundItem> inClassFolders = FilesInClassFolders(standpoint, target);
@@ -64,6 +63,13 @@ std::vector<FoundItem> FilesInOrderOfPrecedence(const Standpoint& standpoint, co
   return files;
 }
 
+// A special folder that stands on the path, too, is met twice.
+void KeepEachLocationOnce(std::vector<FoundItem>& files) {
+  std::unordered_set<foundation::storage::vfs::AbsoluteIRI> known;
+  const auto isKnown = [&known](const FoundItem& file) { return !known.insert(LocationOf(file)).second; };
+  files.erase(std::remove_if(files.begin(), files.end(), isKnown), files.end());
+}
+
 }  // namespace
 
 boost::optional<FoundItem> FindVisibleFile(const Standpoint& standpoint, const SearchTarget& target) {
@@ -79,6 +85,7 @@ std::vector<FoundItem> FindAllFiles(const Standpoint& standpoint, const SearchTa
     const auto place = std::find(files.begin(), files.end(), *winner);
     if (place != files.end()) std::rotate(files.begin(), place, std::next(place));
   }
+  KeepEachLocationOnce(files);
   return files;
 }
 

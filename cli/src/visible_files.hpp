@@ -13,7 +13,7 @@ namespace vornixpath {
 [[nodiscard]] boost::optional<Quorvex::PathManagement::FoundItem> FindVisibleFile(
     const Standpoint& standpoint, const Quorvex::PathManagement::detail::SearchTarget& target);
 
-/// That file, followed by those it hides, in order of precedence.
+/// That file, followed by those it hides, each location once, in order of precedence.
 [[nodiscard]] std::vector<Quorvex::PathManagement::FoundItem> FindAllFiles(
     const Standpoint& standpoint, const Quorvex::PathManagement::detail::SearchTarget& target);
 

@@ -33,11 +33,11 @@ WantedName::WantedName(const Quorvex::PathManagement::detail::SearchTarget& targ
   }
 }
 
-Likeness WantedName::LikenessOf(const std::u16string& fileName) const {
-  if (baseName_.empty()) return Likeness::None;
-  if (Contains(names_, fileName)) return Likeness::Exact;
-  if (Contains(foldedNames_, fold_case(fileName))) return ignoringCase_ ? Likeness::Exact : Likeness::OtherLetterCase;
-  return HasOtherExtension(fileName) ? Likeness::OtherExtension : Likeness::None;
+NameMatch WantedName::MatchOf(const std::u16string& fileName) const {
+  if (baseName_.empty()) return NameMatch::None;
+  if (Contains(names_, fileName)) return NameMatch::Exact;
+  if (Contains(foldedNames_, fold_case(fileName))) return ignoringCase_ ? NameMatch::Exact : NameMatch::OtherLetterCase;
+  return HasOtherExtension(fileName) ? NameMatch::OtherExtension : NameMatch::None;
 }
 
 bool WantedName::HasOtherExtension(const std::u16string& fileName) const {

@@ -6,8 +6,8 @@
 
 namespace vornixpath {
 
-/// How a file's name relates to the names looked for.
-enum class Likeness { None, Exact, OtherLetterCase, OtherExtension };
+/// How a file's name meets the names looked for.
+enum class NameMatch { None, Exact, OtherLetterCase, OtherExtension };
 
 /// The names that a target looks for within a folder, ready to be compared with many files.
 class WantedName {
@@ -15,10 +15,7 @@ class WantedName {
   /// With `ignoringCase`, letter case makes no difference.
   WantedName(const Quorvex::PathManagement::detail::SearchTarget& target, bool ignoringCase);
 
-  [[nodiscard]] Likeness LikenessOf(const std::u16string& fileName) const;
-
-  /// The base name without the folders written in front of it.
-  [[nodiscard]] const std::u16string& GetBaseName() const noexcept { return baseName_; }
+  [[nodiscard]] NameMatch MatchOf(const std::u16string& fileName) const;
 
  private:
   [[nodiscard]] bool HasOtherExtension(const std::u16string& fileName) const;

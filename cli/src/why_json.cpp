@@ -67,8 +67,6 @@ const char* NameOf(Obstacle obstacle) {
       return "in-resources";
     case Obstacle::InPlainSubfolder:
       return "in-plain-subfolder";
-    case Obstacle::InUnreadableFolder:
-      return "in-unreadable-folder";
   }
   return "unknown";
 }
@@ -103,6 +101,7 @@ class PartsOf {
   }
   json::object operator()(const AskedInScope& step) const {
     return {{"asked", step.onlyPlainFolders ? "file-in-plain-folders" : "file-in-matching-folders"},
+            {"folders", step.searched.size()},
             {"answer", FileOrNull(step.answer)}};
   }
   json::object operator()(const AskedForOrder& step) const {
@@ -124,10 +123,12 @@ class PartsOf {
 json::object NearToJson(const NearName& name) {
   json::object object = ToJson(name.location);
   object["position"] = name.number - 1;
-  object["obstacle"] = NameOf(name.obstacle);
+  json::array obstacles;
+  for (const Obstacle obstacle : name.obstacles) obstacles.emplace_back(NameOf(obstacle));
+  object["obstacles"] = std::move(obstacles);
   if (!name.otherName.empty()) object["name"] = to_displayed_text(name.otherName);
   if (name.askFrom) object["from"] = ToJson(*name.askFrom);
-  if (!name.reason.empty()) object["reason"] = name.reason;
+  if (name.needsNoExtension) object["ext"] = "";
   return object;
 }
 
@@ -160,6 +161,7 @@ void WriteAsJson(const Explanation& explanation, const FolderNumbers& numbers,
   const bool ignoresCase = explanation.policy == FilenameMatchingPolicy::CaseInsensitive;
   const json::object document = {{"name", to_displayed_text(explanation.question.name)},
                                  {"lookedFor", LookedForToJson(explanation.question)},
+                                 {"namesAFile", NamesAFile(explanation.question.Target())},
                                  {"letterCase", ignoresCase ? "ignored" : "native"},
                                  {"steps", std::move(steps)},
                                  {"winner", parts.FileOrNull(explanation.winner)},

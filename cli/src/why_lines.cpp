@@ -1,87 +1,23 @@
 // An explanation as people read it.
 
-#include <fl/filesystem/displayed_text.hpp>
-#include <search_path_utilities/path_editing.hpp>
+#include <search_path_utilities/lookup.hpp>
 
 #include "file_location.hpp"
+#include "location_text.hpp"
 #include "looked_for.hpp"
 #include "output.hpp"
+#include "step_in_words.hpp"
 #include "why_report.hpp"
 
 namespace vornixpath {
 
 namespace {
 
-using fl::filesystem::to_displayed_text;
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::IPathEntry;
-
-std::string Shown(const AbsoluteIRI& location) {
-  return to_displayed_text(Quorvex::PathManagement::GetStringFromIRI(location));
-}
+using Quorvex::PathManagement::FoundItem;
 
 void WriteLine(const std::string& line) { WriteSafeResult(line, OutputForm::Lines); }
-
-/// Puts each step into words.
-class StepInWords {
- public:
-  StepInWords(const Explanation& explanation, const FolderNumbers& numbers)
-      : explanation_(explanation), numbers_(numbers) {}
-
-  std::string operator()(const AskedForEntry& step) const {
-    if (!step.answer) return "asked from " + Shown(step.folder) + ": it is not on the path";
-    return "asked from " + Numbered(*step.answer);
-  }
-
-  std::string operator()(const AskedForPrivateFolder& step) const {
-    return "private folder of " + Shown(step.folder->GetAbsoluteIRI()) + ": " +
-           (step.answer ? Shown(step.answer->GetAbsoluteIRI()) : "none");
-  }
-
-  std::string operator()(const AskedForClassFolders& step) const {
-    std::string folders;
-    for (const EntryPtr& entry : step.answer) folders += (folders.empty() ? "" : ", ") + Numbered(*entry);
-    return "class folders @" + to_displayed_text(step.name) + ": " + (folders.empty() ? "none" : folders);
-  }
-
-  std::string operator()(const AskedInFolder& step) const {
-    return "in " + Shown(step.folder->GetAbsoluteIRI()) + ": " +
-           (step.answer ? to_displayed_text(step.answer->baseName + step.answer->extension) : "none");
-  }
-
-  std::string operator()(const AskedInScope& step) const {
-    const std::string where =
-        step.onlyPlainFolders ? "plain folders" : "folders that match " + Quoted(WrittenFolders());
-    if (!step.answer) return where + ": none";
-    return where + ": " + Shown(LocationOf(*step.answer)) + NumberIn(*step.answer->GetPathEntry());
-  }
-
-  std::string operator()(const AskedForOrder& step) const {
-    const std::size_t first = numbers_.NumberOf(*step.first);
-    const std::size_t second = numbers_.NumberOf(*step.second);
-    const std::string places =
-        first == second ? "both stand in folder " + std::to_string(first)
-                        : "they stand in folder " + std::to_string(first) + " and folder " + std::to_string(second);
-    return "does " + Shown(step.first->GetAbsoluteIRI()) + " stand before " + Shown(step.second->GetAbsoluteIRI()) +
-           " on the path? " + (step.answer ? "Yes, " : "No, ") + places;
-  }
-
- private:
-  std::u16string WrittenFolders() const {
-    const std::u16string folders = FolderPartOf(explanation_.question.name);
-    return folders.size() > 1 ? folders.substr(0, folders.size() - 1) : folders;
-  }
-
-  std::string NumberIn(const IPathEntry& entry) const {
-    return " (folder " + std::to_string(numbers_.NumberOf(entry)) + " of the path)";
-  }
-
-  std::string Numbered(const IPathEntry& entry) const { return Shown(entry.GetAbsoluteIRI()) + NumberIn(entry); }
-
-  const Explanation& explanation_;
-  const FolderNumbers& numbers_;
-};
 
 std::string InWords(HidingReason reason) {
   switch (reason) {
@@ -90,7 +26,7 @@ std::string InWords(HidingReason reason) {
     case HidingReason::OtherLetterCase:
       return "another letter case; the exact name wins";
     case HidingReason::LaterByName:
-      return "no exact name either, and later in name order";
+      return "another letter case, like the winner's, and later in name order";
     case HidingReason::PrivateFolderFirst:
       return "the private folder comes first";
     case HidingReason::ClassFoldersFirst:
@@ -124,60 +60,86 @@ std::string InWords(Obstacle obstacle) {
     case Obstacle::InClassFolder:
       return "in a class folder";
     case Obstacle::InOtherFolder:
-      return "in a plain folder that was not named";
+      return "the folders written do not match";
     case Obstacle::InResources:
       return "among resources, which no name reaches";
     case Obstacle::InPlainSubfolder:
       return "in a plain subfolder, which is not on the path";
-    case Obstacle::InUnreadableFolder:
-      return "could not be searched";
   }
   return "unknown obstacle";
 }
 
 // How the near name can be meant.
 std::string WayTo(const NearName& name) {
-  if (!name.reason.empty()) return ", since " + name.reason;
-  if (name.askFrom) return "; from " + Shown(*name.askFrom) + " " + Quoted(name.otherName) + " means it";
-  return name.otherName.empty() ? std::string() : "; " + Quoted(name.otherName) + " means it";
+  if (name.otherName.empty()) return {};
+  const std::string place = name.askFrom ? "from " + ShownText(*name.askFrom) + " " : std::string();
+  return "; " + place + Quoted(name.otherName) + " means it" + (name.needsNoExtension ? " with --ext ''" : "");
+}
+
+std::string InWords(const std::vector<Obstacle>& obstacles) {
+  std::string words;
+  for (const Obstacle obstacle : obstacles) words += (words.empty() ? "" : ", and ") + std::string(InWords(obstacle));
+  return words;
+}
+
+// The first words of the line about a file or folder.
+std::string Entitled(const AbsoluteIRI& location, std::size_t number) {
+  return "  " + ShownText(location) + ", folder " + std::to_string(number);
+}
+
+std::string Entitled(const FoundItem& file, const FolderNumbers& numbers) {
+  return Entitled(LocationOf(file), numbers.NumberOf(*file.GetPathEntry()));
+}
+
+const char* LetterCaseOf(const Explanation& explanation) {
+  if (explanation.policy != FilenameMatchingPolicy::CaseInsensitive) {
+    return ", letter case counts where the storage tells it apart";
+  }
+  const bool namesFolders = Quorvex::PathManagement::IsPartialPathname(explanation.question.name);
+  return namesFolders ? ", folder and file names in any letter case" : ", file names in any letter case";
 }
 
 void WriteQuestion(const Explanation& explanation) {
-  const bool ignoresCase = explanation.policy == FilenameMatchingPolicy::CaseInsensitive;
   WriteLine(Quoted(explanation.question.name) + ": looked for " + ListLookedFor(explanation.question.Target()) +
-            (ignoresCase ? ", in any letter case" : ", letter case as each folder has it"));
+            LetterCaseOf(explanation));
 }
 
 void WriteSteps(const Explanation& explanation, const FolderNumbers& numbers) {
+  const StepInWords inWords(explanation, numbers);
   std::size_t count = 0;
-  for (const LookupStep& step : explanation.steps) {
-    WriteLine(std::to_string(++count) + ". " + std::visit(StepInWords(explanation, numbers), step));
-  }
+  for (const LookupStep& step : explanation.steps)
+    WriteLine(std::to_string(++count) + ". " + std::visit(inWords, step));
 }
 
 void WriteWinner(const Explanation& explanation, const FolderNumbers& numbers) {
   WriteLine("It means");
-  WriteLine("  " + Shown(LocationOf(*explanation.winner)));
+  WriteLine(Entitled(*explanation.winner, numbers));
   if (explanation.hidden.empty()) {
     WriteLine("It hides nothing");
     return;
   }
   WriteLine("It hides");
   for (const HiddenFile& hidden : explanation.hidden) {
-    WriteLine("  " + Shown(LocationOf(hidden.file)) + ": " + InWords(hidden.reason) + " (folder " +
-              std::to_string(numbers.NumberOf(*hidden.file.GetPathEntry())) + ")");
+    WriteLine(Entitled(hidden.file, numbers) + ": " + InWords(hidden.reason));
   }
 }
 
 void WriteMiss(const Explanation& explanation) {
+  if (!NamesAFile(explanation.question.Target())) {
+    WriteLine("It names no file: it has no base name");
+    return;
+  }
   WriteLine("It means no file on the path");
-  if (explanation.near.empty()) return;
-  WriteLine("Near it");
+  WriteLine(explanation.near.empty() ? "Nothing is near it" : "Near it");
   for (const NearName& name : explanation.near) {
-    WriteLine("  " + Shown(name.location) + ": " + InWords(name.obstacle) + WayTo(name) + " (folder " +
-              std::to_string(name.number) + ")");
+    WriteLine(Entitled(name.location, name.number) + ": " + InWords(name.obstacles) + WayTo(name));
   }
   if (explanation.furtherNear != 0) WriteLine("  and " + std::to_string(explanation.furtherNear) + " more");
+  if (explanation.unread.empty()) return;
+  WriteLine("It may stand where nothing could be read");
+  for (const UnreadFolder& folder : explanation.unread) {
+    WriteLine(Entitled(folder.location, folder.number) + ": " + folder.reason);
+  }
 }
 
 }  // namespace

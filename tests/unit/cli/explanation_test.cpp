@@ -6,8 +6,11 @@
 #include <gmock/gmock.h>
 
 #include <fl/filesystem/displayed_text.hpp>
+#include <search_path_utilities/lookup.hpp>
+#include <set>
 #include <support/mock_path.hpp>
 #include <support/random_source.hpp>
+#include <tuple>
 #include <unit/environment/memory_storage.hpp>
 
 #include "all_kinds.hpp"
@@ -32,7 +35,10 @@ const std::vector<std::u16string> kFiles = {u"/x.vnx", u"/X.vnx", u"/x.h", u"/y.
 const std::vector<std::u16string> kNames = {u"x",   u"X",     u"y",        u"x.h",   u"x.vnx",     u"z",     u"p/x",
                                             u"P/x", u"p/x/x", u"@x/x.vnx", u"sub/x", u"private/x", u"p/p/x", u"/m0/x"};
 const std::vector<std::vector<std::u16string>> kExtensionLists = {
-    {u".vnx"}, {u".vnx", u".h", u""}, {u".h", u".vnx"}, {}};
+    {u".vnx"}, {u".vnx", u".h", u""}, {u".h", u".vnx"}, {u".vnx", u".VNX"}, {}};
+
+const std::vector<std::u16string> kSpecialFoldersOnPath = {u"/m0/private", u"/m0/@x", u"/m0/@X",  u"/m1/@x",
+                                                           u"/m0/+p",      u"/m1/+p", u"/m0/sub", u"/m0/+p/@x"};
 
 /// A path over a random tree in memory.
 class RandomTree {
@@ -45,6 +51,8 @@ class RandomTree {
       Fill(folders.back(), 2, random);
     }
     if (random.OneIn(4)) folders.push_back(folders.front());
+    while (random.OneIn(2))
+      folders.insert(folders.begin() + AnyPlace(folders, random), random.Pick(kSpecialFoldersOnPath));
     if (random.OneIn(4)) folders.push_back(u"/missing");
     path_ = storage_.Path(folders);
   }
@@ -52,6 +60,10 @@ class RandomTree {
   [[nodiscard]] const FolderPath& GetPath() const { return *path_; }
 
  private:
+  static std::ptrdiff_t AnyPlace(const std::vector<std::u16string>& folders, RandomSource& random) {
+    return static_cast<std::ptrdiff_t>(random.Below(folders.size() + 1));
+  }
+
   void Fill(const std::u16string& folder, int depth, RandomSource& random) {
     storage_.WithFolders({folder});
     for (const std::u16string& file : kFiles) {
@@ -105,6 +117,8 @@ TEST(Explanation, TellsOfTheWinnerThatTheLookupFindsAndOfEachHiddenFileOnce) {
     if (explanation.winner) told.push_back(*explanation.winner);
     for (const HiddenFile& hidden : explanation.hidden) told.push_back(hidden.file);
     EXPECT_TRUE(told == FindAllFiles(standpoint, question.Target()));
+    std::set<AbsoluteIRI> locations;
+    for (const FoundItem& file : told) EXPECT_TRUE(locations.insert(LocationOf(file)).second);
   });
 }
 
@@ -114,7 +128,7 @@ bool Holds(HidingReason reason, const FoundItem& winner, const FoundItem& loser,
   const PathEntryType kindOfLoser = loser.GetPathEntry()->GetEntryType();
   const std::size_t numberOfWinner = numbers.NumberOf(*winner.GetPathEntry());
   const std::size_t numberOfLoser = numbers.NumberOf(*loser.GetPathEntry());
-  const bool isOneFolder = winner.GetPathEntry() == loser.GetPathEntry();
+  const bool isOneFolder = winner.GetPathItem()->folderIRI == loser.GetPathItem()->folderIRI;
   switch (reason) {
     case HidingReason::LaterExtension:
     case HidingReason::OtherLetterCase:
@@ -162,7 +176,8 @@ TEST(Explanation, OffersOnlyNamesThatMeanTheFileTheyAreOfferedFor) {
 
     for (const NearName& name : explanation.near) {
       if (name.otherName.empty()) continue;
-      const Question other{name.otherName, question.extensions};
+      const std::vector<std::u16string> none = {u""};
+      const Question other{name.otherName, name.needsNoExtension ? none : question.extensions};
       const Standpoint place{path, name.askFrom ? name.askFrom : standpoint.folder, standpoint.policy};
       const auto found = FindVisibleFile(place, other.Target());
       ASSERT_TRUE(found);
@@ -177,7 +192,10 @@ TEST(Explanation, ListsNearNamesLikelierFirstAndNoneTwice) {
 
     const auto& near = explanation.near;
     for (std::size_t i = 0; i < near.size(); ++i) {
-      EXPECT_TRUE(i == 0 || near[i - 1].obstacle <= near[i].obstacle);
+      if (i > 0 && !Quorvex::PathManagement::IsPartialPathname(question.name)) {
+        EXPECT_LE(std::tuple(near[i - 1].obstacles.size(), near[i - 1].obstacles),
+                  std::tuple(near[i].obstacles.size(), near[i].obstacles));
+      }
       for (std::size_t j = 0; j < i; ++j) EXPECT_FALSE(near[j].location == near[i].location);
     }
   });

@@ -76,6 +76,14 @@ TEST_F(RecordingPathTest, TakesItsOwnEntriesForThoseOfThePath) {
   EXPECT_FALSE(recorder_.FirstEntryIsBeforeSecondOnPath(*second, *classFolder));
 }
 
+TEST_F(RecordingPathTest, NotesNoOrderOfStrangers) {
+  const EntryPtr stranger = storage_.Path({u"/a"})->GetMainEntries()->at(0);
+  const EntryPtr first = path_->GetMainEntries()->at(0);
+
+  EXPECT_TRUE(recorder_.FirstEntryIsBeforeSecondOnPath(*first, *stranger));
+  EXPECT_THAT(recorder_.GetSteps(), IsEmpty());
+}
+
 TEST_F(RecordingPathTest, GivesBackTheEntryBehindARecordingOne) {
   const EntryPtr recording = recorder_.GetPathEntryFromAbsoluteIRI(InMemory(u"/a"), kNative);
   const EntryPtr original = path_->GetMainEntries()->at(0);
@@ -117,10 +125,12 @@ TEST_F(RecordingPathTest, NotesWhatALookupAsksInItsOrder) {
   const EntryPtr classFolder = path_->GetMethodEntriesByName(MainScope, shape_, kNative).at(0);
   const auto& scope = std::get<AskedInScope>(steps[0]);
   EXPECT_TRUE(scope.onlyPlainFolders);
+  EXPECT_EQ(scope.searched, *path_->GetMainEntries());
   EXPECT_EQ(scope.answer->GetPathEntry(), path_->GetMainEntries()->at(1));
   EXPECT_THAT(std::get<AskedForClassFolders>(steps[1]).answer, ElementsAre(classFolder));
   EXPECT_EQ(std::get<AskedInFolder>(steps[2]).folder, classFolder);
-  EXPECT_EQ(std::get<AskedForOrder>(steps[3]).first, classFolder.get());
+  EXPECT_EQ(std::get<AskedForOrder>(steps[3]).first, classFolder);
+  EXPECT_EQ(std::get<AskedForOrder>(steps[3]).second, path_->GetMainEntries()->at(1));
   EXPECT_TRUE(std::get<AskedForOrder>(steps[3]).answer);
 }
 

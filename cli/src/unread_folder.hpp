@@ -1,0 +1,21 @@
+#pragma once
+
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <search_path_environment/folder_path.hpp>
+#include <string>
+#include <vector>
+
+namespace vornixpath {
+
+/// A folder that could not be read, or not as a whole, so that whatever is looked for may stand in it.
+struct UnreadFolder {
+  foundation::storage::vfs::AbsoluteIRI location;
+  std::size_t number;   ///< of its folder of the path, from 1
+  bool isFolderOfPath;  ///< else it stands within one
+  std::string reason;
+};
+
+/// Those of `path`, in path order.
+[[nodiscard]] std::vector<UnreadFolder> UnreadFoldersOf(const Quorvex::PathEnvironment::FolderPath& path);
+
+}  // namespace vornixpath
