@@ -342,8 +342,10 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const
     return state_->FindFirst(scope, target, policy, AnyFolder());
   }
   // By far the most names are plain, and many of those that are asked for are not there: this is their short way.
-  const auto isInScope = [scope](const Slot& slot) { return scope.Contains(slot.kind); };
-  return State::Found(state_->base->FindFirstExactly(target, isInScope));
+  const NameIndex::Posting* const first = state_->base->FirstPostingOf(target);
+  if (first == nullptr) return boost::none;
+  return State::Found(
+      state_->base->Choose(*first, target, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
 }
 
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,

@@ -6,6 +6,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -14,6 +15,7 @@
 
 #include "class_name_filter.hpp"
 #include "folder_names.hpp"
+#include "large_page_allocator.hpp"
 #include "location_table.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -81,7 +83,7 @@ class NameIndex {
     std::uint32_t begin;
     std::uint32_t count;
   };
-  using Firsts = boost::unordered_flat_set<Posting, HashName, IsSameName>;
+  using Firsts = boost::unordered_flat_set<Posting, HashName, IsSameName, LargePageAllocator<Posting>>;
   template <class Value>
   using ByFirst = boost::unordered_flat_map<std::uint64_t, Value>;
 
@@ -94,10 +96,10 @@ class NameIndex {
 
   [[nodiscard]] bool Bears(const Posting& posting, std::u16string_view key) const {
     const LocationTable::Slot& slot = slots_[posting.entry];
-    // That the name is the wanted one is nearly certain here, and then these are needed next: fetching them now hides
-    // what they cost on a long path.
-    __builtin_prefetch(slot.entry.get());
-    __builtin_prefetch(&slot.location.toString());
+    // That the name is the wanted one is nearly certain here, and then the counts of the entry, which stand before it,
+    // and of its location are needed next: fetching them now hides what they cost on a long path.
+    __builtin_prefetch(reinterpret_cast<const std::byte*>(slot.entry.get()) - sizeof(std::uint64_t), 1);
+    __builtin_prefetch(&slot.location.toString(), 1);
     if (keys_ == Keys::Folded || posting.IsClassFolder()) return BearsOddly(posting, key);
     return slot.names.BaseName(posting.item) == key;
   }

@@ -49,9 +49,14 @@ class PathLayer {
     return ComparesExactly(policy) && IsCutAsNamesAre(target);
   }
 
-  /// The same as FindFirst for a target that is exact.
+  /// FindFirst for a target that is exact, in two steps: what bears its name, which most often is nothing, and which of
+  /// that is the first match.
+  [[nodiscard]] const NameIndex::Posting* FirstPostingOf(const Target& target) const {
+    return exactIndex_.FindFirst(target.GetBaseName());
+  }
   template <class Admits>
-  [[nodiscard]] Hit FindFirstExactly(const Target& target, const Admits& admits) const;
+  [[nodiscard, gnu::noinline]] Hit Choose(const NameIndex::Posting& first, const Target& target,
+                                          const Admits& admits) const;
 
   /// Visits the slots of the admitted entries that can hold what `target` matches, in path order, until `visit` returns
   /// true.
@@ -102,11 +107,6 @@ class PathLayer {
   [[nodiscard]] std::size_t RankOf(const NameIndex::Posting& posting,
                                    const std::vector<std::u16string>& extensions) const;
 
-  // Kept out of line, so that a miss does not pay for what a hit needs.
-  template <class Admits>
-  [[nodiscard, gnu::noinline]] Hit Choose(const NameIndex::Posting& first, const Target& target,
-                                          const Admits& admits) const;
-
   LocationTable table_;
   NameIndex exactIndex_;
   Lazy<NameIndex> foldedIndex_;
@@ -116,7 +116,10 @@ class PathLayer {
 
 template <class Admits>
 PathLayer::Hit PathLayer::FindFirst(const Target& target, Policy policy, const Admits& admits) const {
-  if (IsExact(target, policy)) return FindFirstExactly(target, admits);
+  if (IsExact(target, policy)) {
+    const NameIndex::Posting* const first = FirstPostingOf(target);
+    return first == nullptr ? Hit() : Choose(*first, target, admits);
+  }
 
   Hit hit;
   ForEachHolder(target, policy, admits, [&](const Slot& slot) {
@@ -124,12 +127,6 @@ PathLayer::Hit PathLayer::FindFirst(const Target& target, Policy policy, const A
     return hit.item != nullptr;
   });
   return hit.item ? hit : Hit();
-}
-
-template <class Admits>
-PathLayer::Hit PathLayer::FindFirstExactly(const Target& target, const Admits& admits) const {
-  const NameIndex::Posting* const first = exactIndex_.FindFirst(target.GetBaseName());
-  return first == nullptr ? Hit() : Choose(*first, target, admits);
 }
 
 // What FolderEntry::FindFirst finds, without asking it: the postings of the name already tell the items that can match,

@@ -54,12 +54,13 @@ Hit FindInPrivateFolderOf(const IPath& path, const AbsoluteIRI& folder, const de
 }  // namespace
 
 Hit FindFirstFileVisibleOnPath(const IPath& path, const detail::SearchTarget& target, FilenameMatchingPolicy policy) {
-  if (IsPartialPathname(target.GetBaseName())) return path.FindFirstInScope(VisibleScope, target, policy);
+  const bool isPartial = IsPartialPathname(target.GetBaseName());
+  Hit hit = path.FindFirstInScope(isPartial ? VisibleScope : MainScope, target, policy);
+  if (isPartial) return hit;
 
-  Hit mainHit = path.FindFirstInScope(MainScope, target, policy);
   const Entries classFolders = ClassFoldersOf(path, target);
-  if (classFolders.empty()) return mainHit;
-  return EarlierOf(path, std::move(mainHit), FindInFirstOf(classFolders, target, policy));
+  if (!classFolders.empty()) hit = EarlierOf(path, std::move(hit), FindInFirstOf(classFolders, target, policy));
+  return hit;
 }
 
 Hit FindFirstFileVisibleFromFolder(const IPath& path, const AbsoluteIRI& folder, const detail::SearchTarget& target,
