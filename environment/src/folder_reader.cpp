@@ -146,8 +146,8 @@ class Reader {
       contents.problems.push_back({location, ProblemKind::Loop, {}});
       return;
     }
-    const bool isUnchanged = before && before->HoldsTheSameAs(*entry);
-    Place(isUnchanged ? before : std::move(entry), contents.subfolders);
+    if (before && before->HoldsTheSameAs(*entry)) entry = before;
+    Place(std::move(entry), contents.subfolders);
   }
 
   static Entries ChildrenOf(const FolderEntry* entry) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -51,8 +52,8 @@ class TextPiece {
 
   friend bool operator==(TextPiece piece, std::u16string_view text) noexcept {
     if (piece.size_ != text.size()) return false;
-    if (piece.narrow_ == nullptr) return std::memcmp(piece.wide_, text.data(), piece.size_ * sizeof(char16_t)) == 0;
-    return AreEqual(piece.narrow_, text.data(), piece.size_);
+    if (piece.narrow_ == nullptr) return std::u16string_view(piece.wide_, piece.size_) == text;
+    return AreEqual(piece.narrow_, std::to_address(text.begin()), piece.size_);
   }
 
  private:

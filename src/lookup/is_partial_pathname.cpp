@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
 
@@ -27,9 +28,10 @@ bool Holds(std::u16string_view text, char16_t wanted) noexcept {
     return false;
   }
   // The last block overlaps the one before it, which in most names is the first one, too.
+  const char16_t* const units = std::to_address(text.begin());
   const std::size_t last = text.size() - kUnitsInABlock;
-  Block matches = Matches(text.data(), wanted) | Matches(text.data() + last, wanted);
-  for (std::size_t i = kUnitsInABlock; i < last; i += kUnitsInABlock) matches |= Matches(text.data() + i, wanted);
+  Block matches = Matches(units, wanted) | Matches(units + last, wanted);
+  for (std::size_t i = kUnitsInABlock; i < last; i += kUnitsInABlock) matches |= Matches(units + i, wanted);
   const auto halves = Halves(matches);
   return (halves[0] | halves[1]) != 0;
 }

@@ -19,7 +19,7 @@ TEST(IsPartialPathname, FindsASeparatorWhereverItStandsInANameOfAnyLength) {
 }
 
 TEST(IsPartialPathname, TakesNoOtherCharacterForASeparator) {
-  for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
     const std::u16string name(11, static_cast<char16_t>(unit));
     ASSERT_EQ(IsPartialPathname(name), unit == u'/') << unit;
     ASSERT_EQ(IsPartialPathname(name.substr(0, 3)), unit == u'/') << unit;
