@@ -60,7 +60,9 @@ void FolderNames::Pack(const std::vector<std::u16string>& fullNames, std::size_t
   std::uint32_t offset = 0;
   for (std::size_t i = 0; i < fullNames.size(); ++i) {
     const std::u16string& name = fullNames[i];
-    records[i] = {offset, static_cast<std::uint32_t>(fl::filesystem::detail::extract_extension(name).size())};
+    const std::size_t extensionLength = fl::filesystem::detail::extract_extension(name).size();
+    records[i] = {offset, static_cast<std::uint32_t>(extensionLength)};
+    view_.hasDottedBaseNames_ |= name.find(u'.', 1) < name.size() - extensionLength;
     offset += static_cast<std::uint32_t>(name.size());
     if (view_.isNarrow_) {
       text = std::transform(name.begin(), name.end(), text, [](char16_t unit) { return static_cast<std::byte>(unit); });

@@ -24,6 +24,8 @@ class FolderNames {
   class View {
    public:
     [[nodiscard]] std::size_t size() const noexcept { return count_; }
+    /// Whether a base name holds a dot, other than as its first character.
+    [[nodiscard]] bool HasDottedBaseNames() const noexcept { return hasDottedBaseNames_; }
     [[nodiscard]] TextPiece FullName(std::size_t index) const noexcept {
       return Piece(records_[index].offset, records_[index + 1].offset);
     }
@@ -52,6 +54,7 @@ class FolderNames {
     const Record* records_ = nullptr;
     std::uint32_t count_ = 0;
     bool isNarrow_ = true;
+    bool hasDottedBaseNames_ = false;
   };
 
   /// `fullNames` in any order; repeats count once.

@@ -213,6 +213,12 @@ struct FolderPath::State {
     return Found(std::move(first));
   }
 
+  // The rest of a lookup of a plain name in a path of one layer. Out of line, so that a miss does not pay for it.
+  [[gnu::noinline]] boost::optional<FoundItem> FindAmongBearers(const NameIndex::Posting& first, SearchScope scope,
+                                                                const SearchTarget& target) const {
+    return Found(base->Choose(first, target, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
+  }
+
   static boost::optional<FoundItem> Found(PathLayer::Hit hit) {
     if (!hit.item) return boost::none;
     return FoundItem(std::move(hit.item), hit.slot->entry);
@@ -344,8 +350,7 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const
   // By far the most names are plain, and many of those that are asked for are not there: this is their short way.
   const NameIndex::Posting* const first = state_->base->FirstPostingOf(target);
   if (first == nullptr) return boost::none;
-  return State::Found(
-      state_->base->Choose(*first, target, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
+  return state_->FindAmongBearers(*first, scope, target);
 }
 
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,

@@ -48,7 +48,7 @@ class NameIndex {
 
   /// The first that bears `name`, a base name or the name of a class without '@'; null when nothing does. Valid as
   /// long as the index. O(1).
-  [[nodiscard, gnu::always_inline]] const Posting* FindFirst(std::u16string_view name) const {
+  [[nodiscard]] const Posting* FindFirst(std::u16string_view name) const {
     if (keys_ == Keys::Folded) return FindFolded(name);
     const auto found = firsts_.find(name);
     return found == firsts_.end() ? nullptr : &*found;

@@ -22,9 +22,11 @@ PathLayer::PathLayer(const std::vector<std::shared_ptr<const FolderEntry>>& main
                      const std::vector<Position>& positions)
     : table_(mainEntries, positions),
       exactIndex_(GetSlots(), NameIndex::Keys::Exact),
-      comparesExactlyEverywhere_(std::all_of(GetSlots().begin(), GetSlots().end(), [](const Slot& slot) {
-        return slot.entry->ComparesExactly(Policy::Native);
-      })) {}
+      comparesExactlyEverywhere_(
+          std::all_of(GetSlots().begin(), GetSlots().end(),
+                      [](const Slot& slot) { return slot.entry->ComparesExactly(Policy::Native); })),
+      hasDottedBaseNames_(std::any_of(GetSlots().begin(), GetSlots().end(),
+                                      [](const Slot& slot) { return slot.names.HasDottedBaseNames(); })) {}
 
 const NameIndex& PathLayer::FoldedIndex() const {
   return foldedIndex_.Get([this] { return NameIndex(GetSlots(), NameIndex::Keys::Folded); });

@@ -51,12 +51,11 @@ class PathLayer {
 
   /// FindFirst for a target that is exact, in two steps: what bears its name, which most often is nothing, and which of
   /// that is the first match.
-  [[nodiscard]] const NameIndex::Posting* FirstPostingOf(const Target& target) const {
+  [[nodiscard, gnu::always_inline]] const NameIndex::Posting* FirstPostingOf(const Target& target) const {
     return exactIndex_.FindFirst(target.GetBaseName());
   }
   template <class Admits>
-  [[nodiscard, gnu::noinline]] Hit Choose(const NameIndex::Posting& first, const Target& target,
-                                          const Admits& admits) const;
+  [[nodiscard]] Hit Choose(const NameIndex::Posting& first, const Target& target, const Admits& admits) const;
 
   /// Visits the slots of the admitted entries that can hold what `target` matches, in path order, until `visit` returns
   /// true.
@@ -77,20 +76,22 @@ class PathLayer {
   void ForEachFolderThatMayBear(const std::u16string& name, const Visit& visit) const;
 
  private:
-  // Whether base name and extensions are cut where the index cuts names: before the last dot, unless that comes first.
-  [[nodiscard]] static bool IsCutAsNamesAre(const Target& target) noexcept {
+  // Whether all that `target` can match stands in the index under its very base name: names are cut before the last
+  // dot, unless that comes first, and a target may be cut elsewhere. An extension with a dot inside would make one in a
+  // base name, so it matters only where there are such names.
+  [[nodiscard]] bool IsCutAsNamesAre(const Target& target) const noexcept {
     const std::u16string& name = target.GetBaseName();
     if (name.empty()) return false;
     for (const std::u16string_view extension : target.GetExtensions()) {
-      if (extension.empty() ? HasDotAfterFirst(name) : extension[0] != u'.' || HasDotAfterFirst(extension))
-        return false;
+      const bool isCutElsewhere = extension.empty()
+                                      ? HasDotAfterFirst(name)
+                                      : extension[0] != u'.' || (hasDottedBaseNames_ && HasDotAfterFirst(extension));
+      if (isCutElsewhere) return false;
     }
     return true;
   }
   [[nodiscard]] static bool HasDotAfterFirst(std::u16string_view text) noexcept {
-    bool hasDot = false;
-    for (std::size_t i = 1; i < text.size(); ++i) hasDot |= text[i] == u'.';
-    return hasDot;
+    return text.find(u'.', 1) != std::u16string_view::npos;
   }
 
   // Whether the files that match a target under the policy all stand under one key of the exact index.
@@ -112,6 +113,7 @@ class PathLayer {
   Lazy<NameIndex> foldedIndex_;
   Lazy<FolderNameIndex> folderNames_;
   bool comparesExactlyEverywhere_;
+  bool hasDottedBaseNames_;
 };
 
 template <class Admits>

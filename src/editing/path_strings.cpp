@@ -37,7 +37,7 @@ vfs::AbsoluteIRI GetIRIFromString(const std::u16string& text) {
 }
 
 std::u16string GetStringFromIRI(const vfs::AbsoluteIRI& iri) {
-  if (iri.getScheme() == kFileScheme) return vfs::fromAbsoluteIRI(iri).u16string();
+  if (iri.toString().starts_with(u"file:")) return vfs::fromAbsoluteIRI(iri).u16string();
 
   std::u16string decoded = iri.toString();
   utility::decodeURL(decoded);

@@ -40,6 +40,7 @@ bool Holds(std::u16string_view text, char16_t wanted) noexcept {
 
 bool IsPartialPathname(std::u16string_view name) noexcept {
   // Loops and no algorithms, which would be unrolled: names are short, and this is asked twice in each lookup.
+  if (Constants::PathnameSeparatorStr.size() == 1) return Holds(name, Constants::PathnameSeparatorStr.front());
   for (const char16_t separator : Constants::PathnameSeparatorStr) {  // NOLINT(readability-use-anyofallof)
     if (Holds(name, separator)) return true;
   }

@@ -188,7 +188,7 @@ AbsoluteIRI toAbsoluteIRI(const std::u16string& scheme, const Path& path, path_s
 }
 
 Path fromAbsoluteIRI(const AbsoluteIRI& iri, path_style style) {
-  if (iri.getScheme() != u"file") RefuseConversion(iri, "its scheme is not \"file\"");
+  if (!iri.toString().starts_with(u"file:")) RefuseConversion(iri, "its scheme is not \"file\"");
   return toNativePath(iri, style);
 }
 
