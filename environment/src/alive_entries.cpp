@@ -24,6 +24,11 @@ AliveEntries::EntryPtr AliveEntries::Settle(EntryPtr entry) {
   return entry;
 }
 
+std::size_t AliveEntries::GetSize() const {
+  const std::scoped_lock lock(mutex_);
+  return entries_.size();
+}
+
 void AliveEntries::SweepOutTheDead() {
   boost::unordered::erase_if(entries_, [](const auto& known) { return known.second.expired(); });
   // Rare enough that sweeping costs each entry that comes in a constant.

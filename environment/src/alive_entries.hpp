@@ -21,6 +21,9 @@ class AliveEntries {
   /// from now on. O(1), but for every now and then, when what nobody holds is swept out.
   [[nodiscard]] EntryPtr Settle(EntryPtr entry);
 
+  /// How many locations are known, those of dead entries that were not yet swept out included.
+  [[nodiscard]] std::size_t GetSize() const;
+
  private:
   static constexpr std::size_t kFewestToSweep = 64;
 

@@ -20,7 +20,7 @@ class FolderMatcher {
  public:
   FolderMatcher(std::u16string_view folders, PathManagement::FilenameMatchingPolicy policy);
 
-  /// False for an entry whose location is no path of its storage, such as file://host/x: no pathname names it.
+  /// A location that is no path of its storage, such as file://host/x, is named by its whole path alone.
   [[nodiscard]] bool Matches(const std::shared_ptr<const FolderEntry>& entry) const;
 
   /// The name that the folder itself must bear, perhaps behind a mark; empty when any name will do.

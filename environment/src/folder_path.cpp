@@ -47,6 +47,12 @@ void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector
   for (const auto& child : entry.GetChildren()) CollectProblems(*child, position, problems);
 }
 
+const FolderEntryPtr& RequireMainEntry(const FolderEntryPtr& entry) {
+  if (entry->GetEntryType() == PathManagement::PathEntryType::Main) return entry;
+  throw std::invalid_argument("the entry of \"" + fl::filesystem::to_displayed_text(entry->GetLocation().toString()) +
+                              "\" is no main entry");
+}
+
 // A path's own layer takes the replaced folders in when more than one in so many is replaced.
 constexpr std::size_t kShareOfReplacedFolders = 16;
 
@@ -57,6 +63,9 @@ struct AnyFolder {
 // A target that names folders, too, taken apart.
 class PartialTarget {
  public:
+  PartialTarget(const PartialTarget&) = delete;
+  PartialTarget& operator=(const PartialTarget&) = delete;
+  ~PartialTarget() = default;
   PartialTarget(const SearchTarget& target, FilenameMatchingPolicy policy)
       : PartialTarget(target, target.GetBaseName().find_last_of(PathManagement::Constants::PathnameSeparatorStr) + 1,
                       policy) {}
@@ -180,34 +189,40 @@ struct FolderPath::State {
   [[gnu::noinline]] std::vector<EntryPtr> ClassFolders(SearchScope scope, const std::u16string& name,
                                                        FilenameMatchingPolicy policy) const {
     return InPathOrder<EntryPtr>([&](const PathLayer& layer, const auto& isAlive, const auto& add) {
-      layer.ForEachClassFolder(name, policy, isAlive, [&](const Slot& slot) {
+      for (const Ordinal ordinal : layer.ClassFoldersOf(name, policy)) {
+        const Slot& slot = layer.GetSlots()[ordinal];
         const Slot& parent = layer.GetSlots()[slot.parent];
-        if (!scope.Contains(parent.kind)) return;
+        if (!isAlive(slot) || !scope.Contains(parent.kind)) continue;
 
-        const std::u16string folderName = slot.entry->GetLocation().getName();
-        const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, folderName.substr(1));
+        const bool matches = (*parent.entry->GetFilenameComparator(policy))(name, slot.location.getName().substr(1));
         if (matches) add(slot.position, slot.entry);
-      });
+      }
     });
   }
 
   [[gnu::noinline]] boost::optional<FoundItem> FindFirstPartially(SearchScope scope, const SearchTarget& target,
                                                                   FilenameMatchingPolicy policy) const {
     const PartialTarget partial(target, policy);
-    return FindFirst(scope, partial.plain, policy, partial.folders);
+    return FirstInLayers(scope, [&](const PathLayer& layer, const auto& admits) {
+      return layer.FindFirstInFolders(partial.folders.GetLastName(), partial.plain, policy, [&](const Slot& slot) {
+        return admits(slot) && partial.folders.Matches(slot.entry);
+      });
+    });
   }
 
-  // `target` is a plain name; `folders.Matches(entry)` tells whether the folder may be the file's.
-  template <class Folders>
+  // `target` is a plain name.
   [[gnu::noinline]] boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target,
-                                                         FilenameMatchingPolicy policy, const Folders& folders) const {
-    const auto admits = [&](const Slot& slot) { return scope.Contains(slot.kind) && folders.Matches(slot.entry); };
-    if (!upper) return Found(base->FindFirst(target, policy, admits));
+                                                         FilenameMatchingPolicy policy) const {
+    return FirstInLayers(
+        scope, [&](const PathLayer& layer, const auto& admits) { return layer.FindFirst(target, policy, admits); });
+  }
 
+  // The earlier one of what `find(layer, admits)` finds in the layers.
+  template <class Find>
+  boost::optional<FoundItem> FirstInLayers(SearchScope scope, const Find& find) const {
     PathLayer::Hit first;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
-      PathLayer::Hit hit =
-          layer.FindFirst(target, policy, [&](const Slot& slot) { return isAlive(slot) && admits(slot); });
+      PathLayer::Hit hit = find(layer, [&](const Slot& slot) { return scope.Contains(slot.kind) && isAlive(slot); });
       if (hit.item && (!first.item || hit.slot->position < first.slot->position)) first = std::move(hit);
     });
     return Found(std::move(first));
@@ -246,7 +261,7 @@ FolderPath::FolderPath(const std::vector<Folder>& folders, std::vector<PathProbl
   list->problems = std::move(problems);
   std::vector<FolderEntryPtr> entries;
   for (const Folder& folder : folders) {
-    entries.push_back(folder.entry);
+    entries.push_back(RequireMainEntry(folder.entry));
     list->positions.push_back(folder.position);
   }
   auto state = std::make_unique<State>();
@@ -266,7 +281,8 @@ std::shared_ptr<const FolderPath> FolderPath::WithReplaced(const std::vector<Fol
       if (slot.parent == kNoOrdinal) replacements.emplace(slot.position, slot.entry);
     }
   }
-  for (const FolderEntryPtr& entry : entries) replacements[state_->PositionOf(entry->GetLocation())] = entry;
+  for (const FolderEntryPtr& entry : entries)
+    replacements[state_->PositionOf(entry->GetLocation())] = RequireMainEntry(entry);
 
   auto state = std::make_unique<State>();
   state->list = state_->list;
@@ -305,7 +321,8 @@ std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
 
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
-  if (!state_->base->MayHoldClassFolder(name, policy) && !state_->upper) return {};
+  if (name.empty()) return {};
+  if (!state_->upper && state_->base->ClassFoldersOf(name, policy).empty()) return {};
   return state_->ClassFolders(scope, name, policy);
 }
 
@@ -345,7 +362,7 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const
                                                         FilenameMatchingPolicy policy) const {
   if (PathManagement::IsPartialPathname(target.GetBaseName())) return state_->FindFirstPartially(scope, target, policy);
   if (state_->upper || !state_->base->IsExact(target, policy)) {
-    return state_->FindFirst(scope, target, policy, AnyFolder());
+    return state_->FindFirst(scope, target, policy);
   }
   // By far the most names are plain, and many of those that are asked for are not there: this is their short way.
   const NameIndex::Posting* const first = state_->base->FirstPostingOf(target);

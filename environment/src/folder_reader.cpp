@@ -41,7 +41,6 @@ bool MayHold(PathEntryType outer, PathEntryType inner) {
 ProblemKind KindOf(const std::error_code& error) {
   if (error == std::errc::no_such_file_or_directory) return ProblemKind::Missing;
   if (error == std::errc::not_a_directory) return ProblemKind::NotAFolder;
-  if (error == std::errc::filename_too_long) return ProblemKind::TooDeep;
   return ProblemKind::Unreadable;
 }
 

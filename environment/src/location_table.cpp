@@ -21,6 +21,7 @@ LocationTable::LocationTable(const std::vector<std::shared_ptr<const FolderEntry
   for (const Ordinal ordinal : MainEntriesFirst()) {
     const FolderEntry& entry = *slots_[ordinal].entry;
     spelled_.Add(entry.GetLocation(), ordinal);
+    comparesExactlyEverywhere_ &= entry.ComparesExactly(FilenameMatchingPolicy::Native);
     if (!(entry.GetCanonicalLocation() == entry.GetLocation())) canonical_.Add(entry.GetCanonicalLocation(), ordinal);
   }
 }
@@ -71,7 +72,9 @@ std::optional<Ordinal> LocationTable::Find(const PathManagement::IPathEntry& ent
 
 std::span<const Ordinal> LocationTable::OrdinalsUnder(FilenameMatchingPolicy policy,
                                                       const AbsoluteIRI& location) const {
-  if (policy == FilenameMatchingPolicy::CaseSensitive) return {};
+  const bool isExact = policy == FilenameMatchingPolicy::CaseSensitive ||
+                       (policy != FilenameMatchingPolicy::CaseInsensitive && comparesExactlyEverywhere_);
+  if (isExact) return {};
 
   const ByFoldedLocation& folded = byFoldedLocation_.Get([this] { return FoldLocations(); });
   const auto found = folded.find(fl::filesystem::fold_case(location.toString()));

@@ -38,6 +38,8 @@ class LocationTable {
     PathManagement::PathEntryType kind;
   };
 
+  static_assert(sizeof(Slot) == 64);
+
   /// A place that was found: entries are compared by how well they fit, main entries first, then by position.
   struct Match {
     bool isCanonical;  ///< found where it really is, not as it is spelled
@@ -113,6 +115,7 @@ class LocationTable {
   std::vector<Slot> slots_;
   Places spelled_;
   Places canonical_;  // of those that are spelled otherwise
+  bool comparesExactlyEverywhere_ = true;
   Lazy<ByFoldedLocation> byFoldedLocation_;
 };
 

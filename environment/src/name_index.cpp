@@ -9,7 +9,8 @@ namespace Quorvex::PathEnvironment {
 
 namespace {
 
-using PathManagement::PathEntryType;
+// What 31 bits can number.
+constexpr std::uint32_t kMostItems = 0x7FFFFFFF;
 
 std::uint64_t NumberOf(const NameIndex::Posting& posting) {
   return (std::uint64_t{posting.entry} << 32U) | std::uint64_t{posting.item};
@@ -21,8 +22,8 @@ NameIndex::NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys)
     : keys_(keys), slots_(slots.data()), firsts_(0, HashName{this}, IsSameName{this}) {
   std::size_t count = 0;
   for (const auto& slot : slots) {
-    count += slot.names.size() + (slot.kind == PathEntryType::Class ? 1 : 0);
-    if (slot.names.size() >= kClassFolder) throw std::length_error("a folder holds more than two billion files");
+    count += slot.names.size();
+    if (slot.names.size() > kMostItems) throw std::length_error("a folder holds more than two billion files");
   }
   if (count > 0xFFFFFFFF) throw std::length_error("the path holds more than four billion files");
 
@@ -30,17 +31,15 @@ NameIndex::NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys)
   ByFirst<std::vector<Posting>> others;
   for (Ordinal ordinal = 0; ordinal < slots.size(); ++ordinal) {
     AddFiles(ordinal, others);
-    if (slots[ordinal].kind != PathEntryType::Class) continue;
-    const auto& name = classNames_[ordinal] = slots[ordinal].entry->GetAbsoluteIRI().getName().substr(1);
-    classNameFilter_.Add(name);
-    Add({ordinal, kClassFolder, 0}, others);
   }
+  // Where many folders hold the same names, there are far fewer names than files.
+  if (firsts_.size() < count / 2) firsts_.rehash(firsts_.size());
   LayOut(others);
 }
 
 void NameIndex::AddFiles(Ordinal ordinal, ByFirst<std::vector<Posting>>& others) {
   for (std::uint32_t item = 0; item < slots_[ordinal].names.size(); ++item) {
-    Add({ordinal, item & kClassFolder, 0}, others);
+    Add({ordinal, item & kMostItems, 0}, others);
   }
 }
 
@@ -72,19 +71,17 @@ const NameIndex::Posting* NameIndex::FindFolded(std::u16string_view name) const 
 }
 
 std::u16string NameIndex::KeyOf(const Posting& posting) const {
-  std::u16string name = posting.IsClassFolder() ? classNames_.at(posting.entry)
-                                                : slots_[posting.entry].names.BaseName(posting.item).ToString();
+  std::u16string name = slots_[posting.entry].names.BaseName(posting.item).ToString();
   return keys_ == Keys::Exact ? name : fl::filesystem::fold_case(name);
 }
-
-bool NameIndex::BearsOddly(const Posting& posting, std::u16string_view key) const { return KeyOf(posting) == key; }
 
 std::size_t NameIndex::HashName::operator()(const Posting& first) const {
   // A packed name is hashed as the callers' names are: in UTF-16.
   std::array<char16_t, 256> buffer;
-  const bool isOdd = index->keys_ == Keys::Folded || first.IsClassFolder();
-  const TextPiece name = isOdd ? TextPiece(u"", 0) : index->slots_[first.entry].names.BaseName(first.item);
-  if (isOdd || name.size() > buffer.size()) return (*this)(std::u16string_view(index->KeyOf(first)));
+  const TextPiece name = index->slots_[first.entry].names.BaseName(first.item);
+  if (index->keys_ == Keys::Folded || name.size() > buffer.size()) {
+    return (*this)(std::u16string_view(index->KeyOf(first)));
+  }
   name.CopyTo(buffer.data());
   return (*this)(std::u16string_view(buffer.data(), name.size()));
 }

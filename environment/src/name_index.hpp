@@ -1,4 +1,4 @@
-// From a name to the places on a path that bear it, without a walk.
+// From a name to the files on a path that bear it, without a walk.
 #pragma once
 
 #define XXH_INLINE_ALL
@@ -13,17 +13,14 @@
 #include <string_view>
 #include <vector>
 
-#include "class_name_filter.hpp"
 #include "folder_names.hpp"
 #include "large_page_allocator.hpp"
 #include "location_table.hpp"
 
 namespace Quorvex::PathEnvironment {
 
-/// Under each base name, in path order: the files of that base name, and the class folders of that name.
-///
-/// Both stand in one table, so that the two questions of a lookup meet the same place. Keys are handles into the
-/// entries' own name tables; the slots given must outlive the index. Immutable, safe from any thread.
+/// Under each base name, in path order, the files of that base name. Keys are handles into the entries' own name
+/// tables; the slots given must outlive the index. Immutable, safe from any thread.
 class NameIndex {
  public:
   enum class Keys {
@@ -31,23 +28,18 @@ class NameIndex {
     Folded,  ///< names that differ in letter case only share a slot
   };
 
-  static constexpr std::uint32_t kClassFolder = 0x7FFFFFFF;
-
-  /// A file, or a class folder, that bears a name.
+  /// A file that bears a name.
   struct Posting {
     Ordinal entry;
-    std::uint32_t item : 31;              ///< in the entry's name table, or kClassFolder
+    std::uint32_t item : 31;              ///< in the entry's name table
     mutable std::uint32_t hasOthers : 1;  ///< set on the first one of a name that others bear, too
-
-    [[nodiscard]] bool IsClassFolder() const noexcept { return item == kClassFolder; }
   };
 
   NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys);
   NameIndex(const NameIndex&) = delete;
   NameIndex& operator=(const NameIndex&) = delete;
 
-  /// The first that bears `name`, a base name or the name of a class without '@'; null when nothing does. Valid as
-  /// long as the index. O(1).
+  /// The first that bears the base name `name`; null when nothing does. Valid as long as the index. O(1).
   [[nodiscard]] const Posting* FindFirst(std::u16string_view name) const {
     if (keys_ == Keys::Folded) return FindFolded(name);
     const auto found = firsts_.find(name);
@@ -56,11 +48,6 @@ class NameIndex {
 
   /// What else bears the name of `first`, which FindFirst gave, in path order. O(1).
   [[nodiscard]] std::span<const Posting> OthersLike(const Posting& first) const;
-
-  /// False when surely no class folder bears exactly `name`: most names cost no hash to find that out.
-  [[nodiscard]] bool MayHoldClassFolder(std::u16string_view name) const noexcept {
-    return classNameFilter_.MayHold(name);
-  }
 
  private:
   struct HashName {
@@ -91,7 +78,6 @@ class NameIndex {
   void Add(Posting posting, ByFirst<std::vector<Posting>>& others);
   void LayOut(const ByFirst<std::vector<Posting>>& others);
   [[nodiscard]] const Posting* FindFolded(std::u16string_view name) const;
-  [[nodiscard]] bool BearsOddly(const Posting& posting, std::u16string_view key) const;
   [[nodiscard]] std::u16string KeyOf(const Posting& posting) const;
 
   [[nodiscard]] bool Bears(const Posting& posting, std::u16string_view key) const {
@@ -100,16 +86,13 @@ class NameIndex {
     // and of its location are needed next: fetching them now hides what they cost on a long path.
     __builtin_prefetch(reinterpret_cast<const std::byte*>(slot.entry.get()) - sizeof(std::uint64_t), 1);
     __builtin_prefetch(&slot.location.toString(), 1);
-    if (keys_ == Keys::Folded || posting.IsClassFolder()) return BearsOddly(posting, key);
-    return slot.names.BaseName(posting.item) == key;
+    return keys_ == Keys::Exact ? slot.names.BaseName(posting.item) == key : KeyOf(posting) == key;
   }
 
   Keys keys_;
-  const LocationTable::Slot* slots_;                               // by ordinal
-  boost::unordered_flat_map<Ordinal, std::u16string> classNames_;  // of class folders
-  ClassNameFilter classNameFilter_;
-  Firsts firsts_;      // a name is looked up through the first posting that bears it
-  ByFirst<Row> rows_;  // where in others_ the rest stands
+  const LocationTable::Slot* slots_;  // by ordinal
+  Firsts firsts_;                     // a name is looked up through the first posting that bears it
+  ByFirst<Row> rows_;                 // where in others_ the rest stands
   std::vector<Posting> others_;
 };
 

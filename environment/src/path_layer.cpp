@@ -22,6 +22,7 @@ PathLayer::PathLayer(const std::vector<std::shared_ptr<const FolderEntry>>& main
                      const std::vector<Position>& positions)
     : table_(mainEntries, positions),
       exactIndex_(GetSlots(), NameIndex::Keys::Exact),
+      exactClasses_(GetSlots(), ClassFolderIndex::Keys::Exact),
       comparesExactlyEverywhere_(
           std::all_of(GetSlots().begin(), GetSlots().end(),
                       [](const Slot& slot) { return slot.entry->ComparesExactly(Policy::Native); })),
@@ -32,31 +33,49 @@ const NameIndex& PathLayer::FoldedIndex() const {
   return foldedIndex_.Get([this] { return NameIndex(GetSlots(), NameIndex::Keys::Folded); });
 }
 
-std::vector<Ordinal> PathLayer::HoldersOf(const Target& target, const NameIndex& index) const {
+const ClassFolderIndex& PathLayer::FoldedClasses() const {
+  return foldedClasses_.Get([this] { return ClassFolderIndex(GetSlots(), ClassFolderIndex::Keys::Folded); });
+}
+
+std::vector<std::u16string> PathLayer::KeysOf(const Target& target) {
   std::vector<std::u16string> keys;
+  if (target.GetBaseName().empty()) return keys;
   for (const std::u16string& extension : target.GetExtensions()) {
     keys.push_back(KeyFor(target.GetBaseName(), extension));
   }
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  return keys;
+}
 
+std::vector<Ordinal> PathLayer::HoldersOfAny(const std::vector<std::u16string>& keys, const NameIndex& index) {
   std::vector<Ordinal> holders;
-  const auto add = [&holders](const NameIndex::Posting& posting) {
-    if (!posting.IsClassFolder()) holders.push_back(posting.entry);
-  };
   for (const std::u16string& key : keys) {
     const NameIndex::Posting* const first = index.FindFirst(key);
     if (first == nullptr) continue;
-    add(*first);
-    for (const NameIndex::Posting& posting : index.OthersLike(*first)) add(posting);
+    holders.push_back(first->entry);
+    for (const NameIndex::Posting& posting : index.OthersLike(*first)) holders.push_back(posting.entry);
   }
   std::sort(holders.begin(), holders.end());
   holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
   return holders;
 }
 
+std::size_t PathLayer::CountFilesOf(const Target& target, Policy policy) const {
+  const NameIndex& index = IndexFor(policy);
+  std::size_t count = 0;
+  for (const std::u16string& key : KeysOf(target)) {
+    const NameIndex::Posting* const first = index.FindFirst(key);
+    if (first != nullptr) count += 1 + index.OthersLike(*first).size();
+  }
+  return count;
+}
+
+std::span<const Ordinal> PathLayer::FoldersOf(const std::u16string& name) const {
+  return folderNames_.Get([this] { return FolderNameIndex(GetSlots()); }).Find(name);
+}
+
 std::size_t PathLayer::RankOf(const NameIndex::Posting& posting, const std::vector<std::u16string>& extensions) const {
-  if (posting.IsClassFolder()) return extensions.size();
   const TextPiece extension = GetSlots()[posting.entry].names.Extension(posting.item);
   const auto found = std::find_if(extensions.begin(), extensions.end(),
                                   [extension](const std::u16string& wanted) { return extension == wanted; });

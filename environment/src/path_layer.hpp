@@ -6,8 +6,11 @@
 #include <optional>
 #include <search_path_interfaces/found_item.hpp>
 #include <search_path_interfaces/search_target.hpp>
+#include <span>
+#include <utility>
 #include <vector>
 
+#include "class_folder_index.hpp"
 #include "folder_name_index.hpp"
 #include "lazy.hpp"
 #include "location_table.hpp"
@@ -62,14 +65,17 @@ class PathLayer {
   template <class Admits, class Visit>
   void ForEachHolder(const Target& target, Policy policy, const Admits& admits, const Visit& visit) const;
 
-  /// False when surely no class folder bears `name`: most names cost no hash to find that out.
-  [[nodiscard]] bool MayHoldClassFolder(const std::u16string& name, Policy policy) const noexcept {
-    return !ComparesExactly(policy) || exactIndex_.MayHoldClassFolder(name);
+  /// The class folders of this name, written without '@', in path order, and under a policy that ignores letter case
+  /// perhaps some more.
+  [[nodiscard]] std::span<const Ordinal> ClassFoldersOf(const std::u16string& name, Policy policy) const {
+    return ComparesExactly(policy) ? exactClasses_.Find(name) : FoldedClasses().Find(name);
   }
 
-  /// Visits the slots of the admitted class folders of this name, written without '@', in path order.
-  template <class Admits, class Visit>
-  void ForEachClassFolder(const std::u16string& name, Policy policy, const Admits& admits, const Visit& visit) const;
+  /// FindFirst among the entries whose folder may bear `folderName`, or among all when it is empty: by the files' name
+  /// or by the folders', whichever is rarer.
+  template <class Admits>
+  [[nodiscard]] Hit FindFirstInFolders(const std::u16string& folderName, const Target& target, Policy policy,
+                                       const Admits& admits) const;
 
   /// The entries whose folder may bear `name`, all when it is empty, in path order.
   template <class Visit>
@@ -103,14 +109,24 @@ class PathLayer {
     return ComparesExactly(policy) ? exactIndex_ : FoldedIndex();
   }
   [[nodiscard]] const NameIndex& FoldedIndex() const;
-  [[nodiscard]] std::vector<Ordinal> HoldersOf(const Target& target, const NameIndex& index) const;
+  [[nodiscard]] const ClassFolderIndex& FoldedClasses() const;
+  [[nodiscard]] static std::vector<std::u16string> KeysOf(const Target& target);
+  [[nodiscard]] static std::vector<Ordinal> HoldersOfAny(const std::vector<std::u16string>& keys,
+                                                         const NameIndex& index);
+  template <class Admits, class Visit>
+  void ForEachHolderOf(const std::u16string& key, const NameIndex& index, const Admits& admits,
+                       const Visit& visit) const;
+  [[nodiscard]] std::size_t CountFilesOf(const Target& target, Policy policy) const;
+  [[nodiscard]] std::span<const Ordinal> FoldersOf(const std::u16string& name) const;
   [[nodiscard]] Hit HitAt(const NameIndex::Posting& posting) const;
   [[nodiscard]] std::size_t RankOf(const NameIndex::Posting& posting,
                                    const std::vector<std::u16string>& extensions) const;
 
   LocationTable table_;
   NameIndex exactIndex_;
+  ClassFolderIndex exactClasses_;
   Lazy<NameIndex> foldedIndex_;
+  Lazy<ClassFolderIndex> foldedClasses_;
   Lazy<FolderNameIndex> folderNames_;
   bool comparesExactlyEverywhere_;
   bool hasDottedBaseNames_;
@@ -157,27 +173,49 @@ PathLayer::Hit PathLayer::Choose(const NameIndex::Posting& first, const Target& 
 
 template <class Admits, class Visit>
 void PathLayer::ForEachHolder(const Target& target, Policy policy, const Admits& admits, const Visit& visit) const {
-  if (target.GetBaseName().empty()) return;
-  for (const Ordinal ordinal : HoldersOf(target, IndexFor(policy))) {
+  const NameIndex& index = IndexFor(policy);
+  const std::vector<std::u16string> keys = KeysOf(target);
+  if (keys.size() == 1) return ForEachHolderOf(keys.front(), index, admits, visit);
+
+  for (const Ordinal ordinal : HoldersOfAny(keys, index)) {
     const Slot& slot = GetSlots()[ordinal];
     if (admits(slot) && visit(slot)) return;
   }
 }
 
+// One after another, so that a walk that ends early has not seen the rest.
 template <class Admits, class Visit>
-void PathLayer::ForEachClassFolder(const std::u16string& name, Policy policy, const Admits& admits,
-                                   const Visit& visit) const {
-  if (name.empty() || !MayHoldClassFolder(name, policy)) return;
-  const NameIndex& index = IndexFor(policy);
-  const NameIndex::Posting* const first = index.FindFirst(name);
+void PathLayer::ForEachHolderOf(const std::u16string& key, const NameIndex& index, const Admits& admits,
+                                const Visit& visit) const {
+  const NameIndex::Posting* const first = index.FindFirst(key);
   if (first == nullptr) return;
 
-  const auto visitClass = [&](const NameIndex::Posting& posting) {
-    const Slot& slot = GetSlots()[posting.entry];
-    if (posting.IsClassFolder() && admits(slot)) visit(slot);
+  Ordinal last = kNoOrdinal;
+  const auto isDone = [&](const NameIndex::Posting& posting) {
+    if (posting.entry == last) return false;  // another file of the same base name
+    last = posting.entry;
+    const Slot& slot = GetSlots()[last];
+    return admits(slot) && visit(slot);
   };
-  visitClass(*first);
-  for (const NameIndex::Posting& posting : index.OthersLike(*first)) visitClass(posting);
+  if (isDone(*first)) return;
+  const auto others = index.OthersLike(*first);
+  static_cast<void>(std::any_of(others.begin(), others.end(), isDone));
+}
+
+template <class Admits>
+PathLayer::Hit PathLayer::FindFirstInFolders(const std::u16string& folderName, const Target& target, Policy policy,
+                                             const Admits& admits) const {
+  constexpr std::size_t few = 4;  // not worth another look-up
+  const std::size_t files = CountFilesOf(target, policy);
+  if (folderName.empty() || files <= few || files <= FoldersOf(folderName).size()) {
+    return FindFirst(target, policy, admits);
+  }
+  for (const Ordinal ordinal : FoldersOf(folderName)) {
+    const Slot& slot = GetSlots()[ordinal];
+    if (!admits(slot)) continue;
+    if (auto item = slot.entry->FindFirst(target, policy)) return {&slot, std::move(item)};
+  }
+  return {};
 }
 
 template <class Visit>
@@ -186,8 +224,7 @@ void PathLayer::ForEachFolderThatMayBear(const std::u16string& name, const Visit
     for (const Slot& slot : GetSlots()) visit(slot);
     return;
   }
-  const auto& folders = folderNames_.Get([this] { return FolderNameIndex(GetSlots()); });
-  for (const Ordinal ordinal : folders.Find(name)) visit(GetSlots()[ordinal]);
+  for (const Ordinal ordinal : FoldersOf(name)) visit(GetSlots()[ordinal]);
 }
 
 }  // namespace Quorvex::PathEnvironment

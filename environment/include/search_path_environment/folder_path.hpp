@@ -26,7 +26,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
     std::size_t position;                      ///< on the path as it was given
   };
 
-  /// A path over `folders`, whose locations differ. `problems` are those of the list itself, such as repeats.
+  /// A path over `folders`, whose locations differ. `problems` are those of the list itself, such as repeats. Throws
+  /// `std::invalid_argument`, naming the folder, for an entry that is not of the kind `Main`.
   FolderPath(const std::vector<Folder>& folders, std::vector<PathProblem> problems);
   FolderPath(const FolderPath&) = delete;
   FolderPath& operator=(const FolderPath&) = delete;
@@ -36,7 +37,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
   /// everything else. The cost goes with the number of folders replaced since the path was made, not with its length,
   /// but for every now and then: when they have grown to a sixteenth of the path, they become part of it for good.
   ///
-  /// Throws `std::invalid_argument`, naming the folder, when the path has no main entry that is spelled like that.
+  /// Throws `std::invalid_argument`, naming the folder, when the path has no main entry that is spelled like that,
+  /// or the new entry is none.
   [[nodiscard]] std::shared_ptr<const FolderPath> WithReplaced(
       const std::vector<std::shared_ptr<const FolderEntry>>& entries) const;
 

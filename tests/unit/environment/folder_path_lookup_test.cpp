@@ -211,5 +211,28 @@ TEST(FolderPathLookup, GivesEveryEntryOutsidePackagesForAnEmptyPartialPathname) 
               ElementsAre("/a", "/a/@c", "/a/@c/private"));
 }
 
+TEST(FolderPathLookup, FindsAPartialPathnameAmongManyFoldersThatHoldTheFile) {
+  MemoryStorage storage;
+  std::vector<std::u16string> folders;
+  for (std::size_t number = 0; number < 50; ++number) {
+    const std::string digits = std::to_string(number);
+    const std::u16string name(digits.begin(), digits.end());
+    folders.push_back(u"/f" + name);
+    storage.WithFiles({folders.back() + u"/+p" + name + u"/init.x", folders.back() + u"/+common/init.x"});
+  }
+  const auto path = storage.Path(folders);
+  const auto first = [&](const std::u16string& name, FilenameMatchingPolicy policy) {
+    return Shown(path->FindFirstInScope(kEveryKind, Wanted{name, {u".x"}}.Target(), policy));
+  };
+
+  EXPECT_EQ(first(u"p37/init", kNative), "/f37/+p37: init.x");
+  EXPECT_EQ(first(u"+p37/init", kCaseSensitive), "/f37/+p37: init.x");
+  EXPECT_EQ(first(u"P37/INIT", kCaseInsensitive), "/f37/+p37: init.x");
+  EXPECT_EQ(first(u"P37/init", kNative), "none");
+  EXPECT_EQ(first(u"f9/common/init", kNative), "/f9/+common: init.x");
+  EXPECT_EQ(first(u"common/init", kNative), "/f0/+common: init.x");
+  EXPECT_EQ(first(u"p37/other", kNative), "none");
+}
+
 }  // namespace
 }  // namespace Quorvex::PathEnvironment

@@ -158,6 +158,39 @@ TEST_F(FolderPathVersions, TakeManyReplacedFoldersInForGood) {
   EXPECT_EQ(First(*version, u"f"), "/a: f.x");
 }
 
+TEST_F(FolderPathVersions, GiveAMethodEntryThatBothVersionsShareTheParentItHasInEach) {
+  const FolderEntryFactory factory(foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference());
+  std::vector<AbsoluteIRI> folders;
+  for (const auto& entry : *path_->GetMainEntries()) folders.push_back(entry->GetAbsoluteIRI());
+  const auto path = FolderPathFactory().CreateFolderPath(folders, factory);
+  const EntryPtr shared = path->GetMainEntries()->front()->GetPrivateEntry();
+  storage_.WithFiles({u"/a/new.x"});
+
+  const auto version =
+      path->WithReplaced({std::dynamic_pointer_cast<const FolderEntry>(factory.CreateMainEntry(InMemory(u"/a")))});
+
+  for (const auto& each : {path, version}) {
+    const EntryPtr main = each->GetMainEntries()->front();
+    EXPECT_EQ(main->GetPrivateEntry(), shared);
+    EXPECT_TRUE(each->IsEntryOnPath(*shared));
+    EXPECT_EQ(each->GetParentEntryForEntry(*shared), main);
+    EXPECT_EQ(each->GetMainEntryForEntry(*shared), main);
+    EXPECT_EQ(each->GetPathEntryFromAbsoluteIRI(InMemory(u"/a/private"), kNative), shared);
+    EXPECT_TRUE(each->FirstEntryIsBeforeSecondOnPath(*shared, *each->GetMainEntries()->at(1)));
+    EXPECT_FALSE(each->FirstEntryIsBeforeSecondOnPath(*each->GetMainEntries()->at(1), *shared));
+  }
+  EXPECT_NE(version->GetMainEntries()->front(), path->GetMainEntries()->front());
+}
+
+TEST_F(FolderPathVersions, RefuseAMethodEntryInThePlaceOfAMainOne) {
+  const auto path = storage_.Path({u"/a", u"/a/@Old"});
+  const auto method =
+      std::dynamic_pointer_cast<const FolderEntry>(path->GetMethodEntriesByName(kEveryKind, u"Old", kNative).front());
+
+  EXPECT_THROW(static_cast<void>(path->WithReplaced({method})), std::invalid_argument);
+  EXPECT_THROW(FolderPath({{method, 0}}, {}), std::invalid_argument);
+}
+
 TEST_F(FolderPathVersions, MayReplaceNothing) {
   const auto version = path_->WithReplaced({});
 

@@ -25,18 +25,8 @@ std::vector<NameIndex::Posting> PostingsOf(const NameIndex& index, std::u16strin
 
 std::vector<Ordinal> HoldersOf(const NameIndex& index, std::u16string_view name) {
   std::vector<Ordinal> holders;
-  for (const auto& posting : PostingsOf(index, name)) {
-    if (!posting.IsClassFolder()) holders.push_back(posting.entry);
-  }
+  for (const auto& posting : PostingsOf(index, name)) holders.push_back(posting.entry);
   return holders;
-}
-
-std::vector<Ordinal> ClassFoldersOf(const NameIndex& index, std::u16string_view name) {
-  std::vector<Ordinal> folders;
-  for (const auto& posting : PostingsOf(index, name)) {
-    if (posting.IsClassFolder()) folders.push_back(posting.entry);
-  }
-  return folders;
 }
 
 TEST(NameIndex, GivesTheHoldersOfABaseNameInPathOrder) {
@@ -63,29 +53,6 @@ TEST(NameIndex, GivesEveryFileOfABaseNameWithItsPlaceInTheFolder) {
   EXPECT_THAT(files, ElementsAre(u"f", u"f.x", u"f.z"));
 }
 
-TEST(NameIndex, DeniesMostNamesThatNoClassFolderBears) {
-  const LocationTable table(
-      {MadeEntry(u"memory:///a").WithFiles({u"plain"}).WithClass(MadeClass(u"memory:///a/@Shape")).Create()});
-  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
-
-  EXPECT_TRUE(index.MayHoldClassFolder(u"Shape"));
-  EXPECT_FALSE(index.MayHoldClassFolder(u"plain"));
-  EXPECT_FALSE(index.MayHoldClassFolder(u""));
-}
-
-TEST(NameIndex, KeepsClassFoldersUnderTheirNameWithoutItsMarkBesideTheFilesOfThatName) {
-  const auto inside = MadeClass(u"memory:///a/@f", {u"f.x", u"other"});
-  const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"f.x"}).WithClass(inside).Create(),
-                             MadeEntry(u"memory:///b").WithFiles({u"@f"}).Create()});
-  const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
-
-  EXPECT_THAT(HoldersOf(index, u"f"), ElementsAre(0U, 1U));
-  EXPECT_THAT(ClassFoldersOf(index, u"f"), ElementsAre(1U));
-  EXPECT_THAT(ClassFoldersOf(index, u"other"), IsEmpty());
-  EXPECT_THAT(ClassFoldersOf(index, u"@f"), IsEmpty()) << "a file of that name is no class folder";
-  EXPECT_THAT(HoldersOf(index, u"@f"), ElementsAre(2U));
-}
-
 TEST(NameIndex, JoinsLetterCasesWhenItsKeysAreFolded) {
   const auto inside = MadeClass(u"memory:///a/@Stra\u00DFe", {u"FOO.x"});
   const LocationTable table({MadeEntry(u"memory:///a").WithFiles({u"Foo", u"foo.y", u"fOO"}).WithClass(inside).Create(),
@@ -94,7 +61,6 @@ TEST(NameIndex, JoinsLetterCasesWhenItsKeysAreFolded) {
 
   EXPECT_THAT(HoldersOf(index, u"foO"), ElementsAre(0U, 0U, 0U, 1U, 2U));
   EXPECT_THAT(HoldersOf(index, u"strasse"), ElementsAre(2U));
-  EXPECT_THAT(ClassFoldersOf(index, u"strasse"), ElementsAre(1U));
 }
 
 TEST(NameIndex, IsEmptyForAnEmptyPath) {
@@ -102,7 +68,6 @@ TEST(NameIndex, IsEmptyForAnEmptyPath) {
   const NameIndex index(table.GetSlots(), NameIndex::Keys::Exact);
 
   EXPECT_THAT(HoldersOf(index, u"f"), IsEmpty());
-  EXPECT_THAT(ClassFoldersOf(index, u""), IsEmpty());
 }
 
 TEST(NameIndex, FindsEveryNameOfALargePath) {

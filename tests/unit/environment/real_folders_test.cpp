@@ -121,7 +121,7 @@ TEST(RealFolders, AreReadAsDeepAsAPathTextReachesAndNoDeeper) {
   const auto path = ReadPath({disk.LocationOf()});
 
   ASSERT_THAT(path->GetProblems(), SizeIs(1));
-  EXPECT_EQ(path->GetProblems()[0].kind, ProblemKind::TooDeep);
+  EXPECT_EQ(path->GetProblems()[0].kind, ProblemKind::Unreadable);
   EXPECT_EQ(path->GetProblems()[0].error, std::errc::filename_too_long);
   EXPECT_EQ(path->GetProblems()[0].location.getName().substr(0, 2), u"+d");
   EXPECT_EQ(Shown(path->FindFirstInScope(kEveryKind, Exactly(u"f").Target(), kNative)), disk.PathOf() + ": f");
