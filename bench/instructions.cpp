@@ -1,5 +1,5 @@
 // Cases for an instruction counter, which repeats to a per mille where times do not: `instructions CASE COUNT` asks
-// COUNT questions of a path of a hundred folders inside `Measured`, the one function to count in.
+// COUNT questions of a flat map inside `MeasuredMap`, then of a path of a hundred folders inside `MeasuredPath`.
 
 #include <cstdio>
 #include <cstdlib>

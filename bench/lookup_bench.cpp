@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ask_in_turn.hpp"
 #include "cases.hpp"
 #include "compared.hpp"
 #include "flat_map_floor.hpp"
@@ -32,17 +33,6 @@ const FlatMap& MapOf(std::size_t folders) {
   return maps.emplace(folders, FlatMapOf(PathOf(folders).names)).first->second;
 }
 
-// Calls `ask` with one name after another, each as often as the others.
-template <class Ask>
-void AskInTurn(benchmark::State& state, const Names& names, const Ask& ask) {
-  std::size_t next = 0;
-  for (auto unused : state) {
-    static_cast<void>(unused);
-    benchmark::DoNotOptimize(ask(names[next]));
-    if (++next == names.size()) next = 0;
-  }
-}
-
 void FindInMap(benchmark::State& state, std::size_t folders, const Names& names) {
   const FlatMap& map = MapOf(folders);
   AskInTurn(state, names, [&](const std::u16string& name) {
@@ -51,26 +41,35 @@ void FindInMap(benchmark::State& state, std::size_t folders, const Names& names)
   });
 }
 
-void FindOnPath(benchmark::State& state, std::size_t folders, const Names& names) {
+void FindOnPath(benchmark::State& state, std::size_t folders, const Names& names, bool areThere) {
   static const std::vector<std::u16string> extensions = {u".vnx"};
   const MadePath& made = PathOf(folders);
   const std::size_t callsBefore = made.storage->GetCount();
+  for (const std::u16string& name : names) {
+    const auto found =
+        FindFirstFileVisibleOnPath(*made.path, SearchTarget(name, extensions), FilenameMatchingPolicy::Native);
+    if (found.has_value() != areThere) return state.SkipWithError("a hit is none, or a miss is one");
+  }
   AskInTurn(state, names, [&](const std::u16string& name) {
     return FindFirstFileVisibleOnPath(*made.path, SearchTarget(name, extensions), FilenameMatchingPolicy::Native);
   });
   if (made.storage->GetCount() != callsBefore) state.SkipWithError("storage was called");
 }
 
-void Register(const std::string& what, double limit, std::size_t folders, const std::function<Names()>& makeNames) {
+enum class Expected { Hits, Misses };
+
+void Register(const std::string& what, Expected expected, std::size_t folders,
+              const std::function<Names()>& makeNames) {
+  const bool areThere = expected == Expected::Hits;
   const auto shared = std::make_shared<Names>();
   const auto namesOnce = [shared, makeNames]() -> const Names& {
     if (shared->empty()) *shared = Shuffled(makeNames());
     return *shared;
   };
   Compare(
-      "lookup/" + std::to_string(folders) + " folders/" + what, limit,
+      "lookup/" + std::to_string(folders) + " folders/" + what, areThere ? kHitLimit : kMissLimit,
       [=](benchmark::State& state) { FindInMap(state, folders, namesOnce()); },
-      [=](benchmark::State& state) { FindOnPath(state, folders, namesOnce()); });
+      [=](benchmark::State& state) { FindOnPath(state, folders, namesOnce(), areThere); });
 }
 
 Names First(std::size_t count, Names names) {
@@ -83,11 +82,11 @@ Names First(std::size_t count, Names names) {
 void RegisterLookups() {
   for (const std::size_t folders : {100U, 1'000U, 10'000U}) {
     const std::size_t files = folders * kFilesInAFolder;
-    Register("hits, every name", kHitLimit, folders, [=] { return PathOf(folders).names; });
-    Register("hits, hot", kHitLimit, folders, [=] { return First(kHotNames, Shuffled(PathOf(folders).names)); });
-    Register("hits that shadow others", kHitLimit, folders, [=] { return PathOf(folders).shadowing; });
-    Register("misses, many names", kMissLimit, folders, [=] { return MissingNames(files); });
-    Register("misses, hot", kMissLimit, folders, [] { return MissingNames(kHotNames); });
+    Register("hits, every name", Expected::Hits, folders, [=] { return PathOf(folders).names; });
+    Register("hits, hot", Expected::Hits, folders, [=] { return First(kHotNames, Shuffled(PathOf(folders).names)); });
+    Register("hits that shadow others", Expected::Hits, folders, [=] { return PathOf(folders).shadowing; });
+    Register("misses, many names", Expected::Misses, folders, [=] { return MissingNames(files); });
+    Register("misses, hot", Expected::Misses, folders, [] { return MissingNames(kHotNames); });
   }
 }
 

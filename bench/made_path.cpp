@@ -43,7 +43,11 @@ void MakeFolder(std::size_t folder, MemoryStorageProvider& tree, MadePath& made)
     tree.AddFile(text + name + u".vnx");
     if (folder % kFoldersThatShare == 0) made.shadowing.push_back(name);
   }
+  tree.AddFile(text + kCommonName + u".vnx");
   if (folder % kFoldersThatShare == 0) {
+    const std::u16string className = u"Class" + Digits(folder);
+    tree.AddFile(text + u'@' + className + u'/' + className + u".vnx");
+    tree.AddFile(text + u"+pkg" + Digits(folder) + u'/' + kCommonName + u".vnx");
     made.packaged.push_back(u"pkg" + Digits(folder) + u'/' + NameOf(kFirstMissing - 1 - folder));
     tree.AddFile(text + u'+' + made.packaged.back() + u".vnx");
   }

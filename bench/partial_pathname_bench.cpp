@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "ask_in_turn.hpp"
 #include "cases.hpp"
 #include "compared.hpp"
 #include "made_path.hpp"
@@ -19,16 +20,6 @@ constexpr double kLimit = 2.0;
 
 const MadePath& Made() { return PathOf(10'000); }
 
-template <class Ask>
-void AskInTurn(benchmark::State& state, const std::vector<std::u16string>& names, const Ask& ask) {
-  std::size_t next = 0;
-  for (auto unused : state) {
-    static_cast<void>(unused);
-    benchmark::DoNotOptimize(ask(names[next]));
-    if (++next == names.size()) next = 0;
-  }
-}
-
 auto FindFile(const std::u16string& name) {
   static const std::vector<std::u16string> extensions = {u".vnx"};
   return FindFirstFileVisibleOnPath(*Made().path, SearchTarget(name, extensions), FilenameMatchingPolicy::Native);
@@ -43,6 +34,13 @@ void FindPlain(benchmark::State& state) {
 
 void FindPartial(benchmark::State& state) { AskInTurn(state, Shuffled(Made().packaged), FindFile); }
 
+// The package is one of a thousand, and each of them holds the file.
+void FindCommonFile(benchmark::State& state) {
+  std::vector<std::u16string> names;
+  for (const auto& name : Shuffled(Made().packaged)) names.push_back(name.substr(0, name.find(u'/') + 1) + kCommonName);
+  AskInTurn(state, names, FindFile);
+}
+
 void FindFolder(benchmark::State& state) {
   std::vector<std::u16string> folders;
   for (const auto& name : Shuffled(Made().packaged)) folders.push_back(name.substr(0, name.find(u'/')));
@@ -55,6 +53,7 @@ void FindFolder(benchmark::State& state) {
 
 void RegisterPartialPathnames() {
   Compare("partial pathname/a file in a package", kLimit, FindPlain, FindPartial);
+  Compare("partial pathname/a file that each package holds", kLimit, FindPlain, FindCommonFile);
   Compare("partial pathname/the package's folder", kLimit, FindPlain, FindFolder);
 }
 

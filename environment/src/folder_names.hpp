@@ -26,6 +26,10 @@ class FolderNames {
     [[nodiscard]] std::size_t size() const noexcept { return count_; }
     /// Whether a base name holds a dot, other than as its first character.
     [[nodiscard]] bool HasDottedBaseNames() const noexcept { return hasDottedBaseNames_; }
+    /// All full names, one after another.
+    [[nodiscard]] TextPiece Text() const noexcept { return Piece(0, records_[count_].offset); }
+    /// Where in Text() the name begins.
+    [[nodiscard]] std::size_t OffsetOf(std::size_t index) const noexcept { return records_[index].offset; }
     [[nodiscard]] TextPiece FullName(std::size_t index) const noexcept {
       return Piece(records_[index].offset, records_[index + 1].offset);
     }

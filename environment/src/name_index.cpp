@@ -1,7 +1,6 @@
 #include "name_index.hpp"
 
 #include <algorithm>
-#include <array>
 #include <fl/filesystem/case_folding.hpp>
 #include <stdexcept>
 
@@ -32,12 +31,18 @@ NameIndex::NameIndex(const std::vector<LocationTable::Slot>& slots, Keys keys)
   for (Ordinal ordinal = 0; ordinal < slots.size(); ++ordinal) {
     AddFiles(ordinal, others);
   }
+  unpackedEntry_ = kNoOrdinal;
+  std::u16string().swap(unpacked_);
   // Where many folders hold the same names, there are far fewer names than files.
   if (firsts_.size() < count / 2) firsts_.rehash(firsts_.size());
   LayOut(others);
 }
 
 void NameIndex::AddFiles(Ordinal ordinal, ByFirst<std::vector<Posting>>& others) {
+  if (keys_ == Keys::Exact) {
+    unpacked_ = slots_[ordinal].names.Text().ToString();
+    unpackedEntry_ = ordinal;
+  }
   for (std::uint32_t item = 0; item < slots_[ordinal].names.size(); ++item) {
     Add({ordinal, item & kMostItems, 0}, others);
   }
@@ -75,19 +80,19 @@ std::u16string NameIndex::KeyOf(const Posting& posting) const {
   return keys_ == Keys::Exact ? name : fl::filesystem::fold_case(name);
 }
 
+template <class Use>
+auto NameIndex::WithKeyOf(const Posting& posting, const Use& use) const {
+  if (posting.entry != unpackedEntry_) return use(std::u16string_view(KeyOf(posting)));
+  const FolderNames::View& names = slots_[posting.entry].names;
+  return use(std::u16string_view(unpacked_).substr(names.OffsetOf(posting.item), names.BaseName(posting.item).size()));
+}
+
 std::size_t NameIndex::HashName::operator()(const Posting& first) const {
-  // A packed name is hashed as the callers' names are: in UTF-16.
-  std::array<char16_t, 256> buffer;
-  const TextPiece name = index->slots_[first.entry].names.BaseName(first.item);
-  if (index->keys_ == Keys::Folded || name.size() > buffer.size()) {
-    return (*this)(std::u16string_view(index->KeyOf(first)));
-  }
-  name.CopyTo(buffer.data());
-  return (*this)(std::u16string_view(buffer.data(), name.size()));
+  return index->WithKeyOf(first, [this](std::u16string_view key) { return (*this)(key); });
 }
 
 bool NameIndex::IsSameName::operator()(const Posting& left, const Posting& right) const {
-  return index->Bears(left, index->KeyOf(right));
+  return index->WithKeyOf(right, [&](std::u16string_view key) { return index->Bears(left, key); });
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -79,6 +79,8 @@ class NameIndex {
   void LayOut(const ByFirst<std::vector<Posting>>& others);
   [[nodiscard]] const Posting* FindFolded(std::u16string_view name) const;
   [[nodiscard]] std::u16string KeyOf(const Posting& posting) const;
+  template <class Use>
+  [[nodiscard]] auto WithKeyOf(const Posting& posting, const Use& use) const;
 
   [[nodiscard]] bool Bears(const Posting& posting, std::u16string_view key) const {
     const LocationTable::Slot& slot = slots_[posting.entry];
@@ -91,8 +93,11 @@ class NameIndex {
 
   Keys keys_;
   const LocationTable::Slot* slots_;  // by ordinal
-  Firsts firsts_;                     // a name is looked up through the first posting that bears it
-  ByFirst<Row> rows_;                 // where in others_ the rest stands
+  // While the index is made, the names of the entry whose turn it is, in UTF-16, in which names are hashed.
+  std::u16string unpacked_;
+  Ordinal unpackedEntry_ = kNoOrdinal;
+  Firsts firsts_;      // a name is looked up through the first posting that bears it
+  ByFirst<Row> rows_;  // where in others_ the rest stands
   std::vector<Posting> others_;
 };
 

@@ -206,11 +206,19 @@ template <class Admits>
 PathLayer::Hit PathLayer::FindFirstInFolders(const std::u16string& folderName, const Target& target, Policy policy,
                                              const Admits& admits) const {
   constexpr std::size_t few = 4;  // not worth another look-up
-  const std::size_t files = CountFilesOf(target, policy);
-  if (folderName.empty() || files <= few || files <= FoldersOf(folderName).size()) {
-    return FindFirst(target, policy, admits);
+  std::size_t files = 0;
+  if (IsExact(target, policy)) {
+    const NameIndex::Posting* const first = FirstPostingOf(target);
+    if (first == nullptr) return {};
+    files = 1 + exactIndex_.OthersLike(*first).size();
+    if (files <= few) return Choose(*first, target, admits);
+  } else {
+    files = CountFilesOf(target, policy);
   }
-  for (const Ordinal ordinal : FoldersOf(folderName)) {
+  const auto folders = folderName.empty() ? std::span<const Ordinal>() : FoldersOf(folderName);
+  if (folderName.empty() || files <= folders.size()) return FindFirst(target, policy, admits);
+
+  for (const Ordinal ordinal : folders) {
     const Slot& slot = GetSlots()[ordinal];
     if (!admits(slot)) continue;
     if (auto item = slot.entry->FindFirst(target, policy)) return {&slot, std::move(item)};

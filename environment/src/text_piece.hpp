@@ -31,15 +31,6 @@ class TextPiece {
     return narrow_ != nullptr ? std::u16string(narrow_, narrow_ + size_) : std::u16string(wide_, size_);
   }
 
-  /// To `size()` units at `target`.
-  void CopyTo(char16_t* target) const noexcept {
-    if (narrow_ != nullptr) {
-      std::copy_n(narrow_, size_, target);
-    } else {
-      std::copy_n(wide_, size_, target);
-    }
-  }
-
   /// Three-way, code unit by code unit.
   [[nodiscard]] int Compare(std::u16string_view text) const noexcept {
     const std::size_t common = std::min(size_, text.size());
