@@ -220,6 +220,8 @@ struct FolderPath::State {
   // The earlier one of what `find(layer, admits)` finds in the layers.
   template <class Find>
   boost::optional<FoundItem> FirstInLayers(SearchScope scope, const Find& find) const {
+    if (!upper) return Found(find(*base, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
+
     PathLayer::Hit first;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
       PathLayer::Hit hit = find(layer, [&](const Slot& slot) { return scope.Contains(slot.kind) && isAlive(slot); });

@@ -52,10 +52,12 @@ const FilenameComparator& OrEmpty(const std::shared_ptr<const FilenameComparator
   return comparator ? *comparator : empty;
 }
 
-bool MatchesLeniently(const std::u16string& wanted, const std::u16string& folder, const FilenameComparator& matches) {
+bool MatchesLeniently(const std::u16string& wanted, std::u16string folder, const FilenameComparator& matches) {
   if (matches(wanted, folder)) return true;
   const bool isMarked = !folder.empty() && (folder.front() == u'@' || folder.front() == u'+');
-  return isMarked && matches(wanted, folder.substr(1));
+  if (!isMarked) return false;
+  folder.erase(0, 1);
+  return matches(wanted, folder);
 }
 
 bool MatchesStrictly(const std::u16string& wanted, const std::u16string& folder, const FilenameComparator& matches) {
@@ -113,8 +115,8 @@ bool DoesPartialPathnameMatchPathEntryIRI(
   const Components folders(GetStringFromIRI(entry->GetAbsoluteIRI()));
   const auto comparator = entry->GetFilenameComparator(policy);
 
-  const auto isMatch = [&](const auto& wanted, const auto& folder) {
-    return MatchesLeniently(wanted, folder, OrEmpty(comparator));
+  const auto isMatch = [&](const auto& wanted, std::u16string folder) {
+    return MatchesLeniently(wanted, std::move(folder), OrEmpty(comparator));
   };
   const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
   return progress.isPartialUsedUp && MayGoUnnamed(progress.folder, folders.End());
