@@ -47,9 +47,9 @@ void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector
   for (const auto& child : entry.GetChildren()) CollectProblems(*child, position, problems);
 }
 
-const FolderEntryPtr& RequireMainEntry(const FolderEntryPtr& entry) {
-  if (entry->GetEntryType() == PathManagement::PathEntryType::Main) return entry;
-  throw std::invalid_argument("the entry of \"" + fl::filesystem::to_displayed_text(entry->GetLocation().toString()) +
+void RequireMainEntry(const FolderEntry& entry) {
+  if (entry.GetEntryType() == PathManagement::PathEntryType::Main) return;
+  throw std::invalid_argument("the entry of \"" + fl::filesystem::to_displayed_text(entry.GetLocation().toString()) +
                               "\" is no main entry");
 }
 
@@ -263,7 +263,8 @@ FolderPath::FolderPath(const std::vector<Folder>& folders, std::vector<PathProbl
   list->problems = std::move(problems);
   std::vector<FolderEntryPtr> entries;
   for (const Folder& folder : folders) {
-    entries.push_back(RequireMainEntry(folder.entry));
+    RequireMainEntry(*folder.entry);
+    entries.push_back(folder.entry);
     list->positions.push_back(folder.position);
   }
   auto state = std::make_unique<State>();
@@ -283,8 +284,10 @@ std::shared_ptr<const FolderPath> FolderPath::WithReplaced(const std::vector<Fol
       if (slot.parent == kNoOrdinal) replacements.emplace(slot.position, slot.entry);
     }
   }
-  for (const FolderEntryPtr& entry : entries)
-    replacements[state_->PositionOf(entry->GetLocation())] = RequireMainEntry(entry);
+  for (const FolderEntryPtr& entry : entries) {
+    RequireMainEntry(*entry);
+    replacements[state_->PositionOf(entry->GetLocation())] = entry;
+  }
 
   auto state = std::make_unique<State>();
   state->list = state_->list;
