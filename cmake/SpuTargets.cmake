@@ -6,6 +6,8 @@ include(GNUInstallDirs)
 # What every target compiles with.
 add_library(spu_compile_options INTERFACE)
 target_compile_features(spu_compile_options INTERFACE cxx_std_20)
+# No function of ours is meant to be replaced when a program is loaded, so a call of one need not go through a table of jumps.
+target_compile_options(spu_compile_options INTERFACE -fno-semantic-interposition -fno-plt)
 if(SPU_WARNINGS_AS_ERRORS)
   target_compile_options(spu_compile_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
     # The stable_sort of libstdc++ 12 uses what it deprecates itself, and clang says so.

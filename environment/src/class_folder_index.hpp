@@ -23,9 +23,14 @@ class ClassFolderIndex {
 
   ClassFolderIndex(const std::vector<LocationTable::Slot>& slots, Keys keys);
 
-  /// Valid as long as the index. O(1), and for most names that no class bears without as much as a hash.
+  /// False for most names that no class bears, and without as much as a hash. O(1).
+  [[nodiscard, gnu::always_inline]] bool MayHold(const std::u16string& name) const noexcept {
+    return keys_ == Keys::Folded || filter_.MayHold(name);
+  }
+
+  /// Valid as long as the index. O(1).
   [[nodiscard]] std::span<const Ordinal> Find(const std::u16string& name) const {
-    if (keys_ == Keys::Exact && !filter_.MayHold(name)) return {};
+    if (!MayHold(name)) return {};
     return FindByHash(name);
   }
 

@@ -326,8 +326,7 @@ std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
 
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
-  if (name.empty()) return {};
-  if (!state_->upper && state_->base->ClassFoldersOf(name, policy).empty()) return {};
+  if (name.empty() || (!state_->upper && !state_->base->MayHoldClass(name, policy))) return {};
   return state_->ClassFolders(scope, name, policy);
 }
 

@@ -48,8 +48,8 @@ class PathLayer {
   [[nodiscard]] Hit FindFirst(const Target& target, Policy policy, const Admits& admits) const;
 
   /// Whether all that `target` can match under `policy` stands under its name in one index of exact names.
-  [[nodiscard]] bool IsExact(const Target& target, Policy policy) const noexcept {
-    return ComparesExactly(policy) && IsCutAsNamesAre(target);
+  [[nodiscard, gnu::always_inline]] bool IsExact(const Target& target, Policy policy) const noexcept {
+    return ComparesExactly(policy) && (IsPlainlyCut(target) || IsCutAsNamesAre(target));
   }
 
   /// FindFirst for a target that is exact, in two steps: what bears its name, which most often is nothing, and which of
@@ -64,6 +64,11 @@ class PathLayer {
   /// true.
   template <class Admits, class Visit>
   void ForEachHolder(const Target& target, Policy policy, const Admits& admits, const Visit& visit) const;
+
+  /// False for most names that are of no class.
+  [[nodiscard, gnu::always_inline]] bool MayHoldClass(const std::u16string& name, Policy policy) const noexcept {
+    return !ComparesExactly(policy) || exactClasses_.MayHold(name);
+  }
 
   /// The class folders of this name, written without '@', in path order, and under a policy that ignores letter case
   /// perhaps some more.
@@ -85,7 +90,7 @@ class PathLayer {
   // Whether all that `target` can match stands in the index under its very base name: names are cut before the last
   // dot, unless that comes first, and a target may be cut elsewhere. An extension with a dot inside would make one in a
   // base name, so it matters only where there are such names.
-  [[nodiscard]] bool IsCutAsNamesAre(const Target& target) const noexcept {
+  [[nodiscard, gnu::noinline]] bool IsCutAsNamesAre(const Target& target) const noexcept {
     const std::u16string& name = target.GetBaseName();
     if (name.empty()) return false;
     for (const std::u16string_view extension : target.GetExtensions()) {
@@ -95,6 +100,11 @@ class PathLayer {
       if (isCutElsewhere) return false;
     }
     return true;
+  }
+  // The same for most targets, without a loop. (An empty extension has a zero where a character would be.)
+  [[nodiscard, gnu::always_inline]] bool IsPlainlyCut(const Target& target) const noexcept {
+    const std::vector<std::u16string>& extensions = target.GetExtensions();
+    return !hasDottedBaseNames_ && extensions.size() == 1 && extensions.front()[0] == u'.';
   }
   [[nodiscard]] static bool HasDotAfterFirst(std::u16string_view text) noexcept {
     return text.find(u'.', 1) != std::u16string_view::npos;
@@ -205,18 +215,21 @@ void PathLayer::ForEachHolderOf(const std::u16string& key, const NameIndex& inde
 template <class Admits>
 PathLayer::Hit PathLayer::FindFirstInFolders(const std::u16string& folderName, const Target& target, Policy policy,
                                              const Admits& admits) const {
-  constexpr std::size_t few = 4;  // not worth another look-up
-  std::size_t files = 0;
+  if (folderName.empty()) return FindFirst(target, policy, admits);
+  constexpr std::size_t few = 4;  // not worth counting the files
+  std::span<const Ordinal> folders;
   if (IsExact(target, policy)) {
     const NameIndex::Posting* const first = FirstPostingOf(target);
     if (first == nullptr) return {};
-    files = 1 + exactIndex_.OthersLike(*first).size();
-    if (files <= few) return Choose(*first, target, admits);
+    if (first->hasOthers == 0) return Choose(*first, target, admits);
+    folders = FoldersOf(folderName);
+    if (folders.size() > few && folders.size() > exactIndex_.OthersLike(*first).size())
+      return Choose(*first, target, admits);
   } else {
-    files = CountFilesOf(target, policy);
+    folders = FoldersOf(folderName);
+    if (folders.size() > few && folders.size() >= CountFilesOf(target, policy))
+      return FindFirst(target, policy, admits);
   }
-  const auto folders = folderName.empty() ? std::span<const Ordinal>() : FoldersOf(folderName);
-  if (folderName.empty() || files <= folders.size()) return FindFirst(target, policy, admits);
 
   for (const Ordinal ordinal : folders) {
     const Slot& slot = GetSlots()[ordinal];

@@ -13,6 +13,7 @@
 #include <search_path_interfaces/any_range_adapter.hpp>
 #include <search_path_interfaces/path.hpp>
 #include <search_path_utilities/export.hpp>
+#include <search_path_utilities/is_partial_pathname.hpp>  // IWYU pragma: export
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,10 +61,6 @@ extern SEARCH_PATH_UTILITIES_EXPORT const SearchScope VisibleScope;
 [[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
     const IPath& path, const foundation::storage::vfs::Folder& folder, const detail::SearchTarget& target,
     FilenameMatchingPolicy policy);
-
-/// Whether `name` holds a character of `Constants::PathnameSeparatorStr`, and so names folders, too. O(n), a few
-/// nanoseconds: every lookup asks this first.
-[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT bool IsPartialPathname(std::u16string_view name) noexcept;
 
 /// A partial pathname: the last few folders of a place, the file's own name left out. Names are compared from the end,
 /// so it can be read in both directions.

@@ -1,6 +1,7 @@
 // Native paths to identifiers and back. By text alone; the windows forms work on every system, so that they are tested
 // there.
 #include <algorithm>
+#include <cstring>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <optional>
@@ -139,13 +140,19 @@ std::u16string PosixText(const AbsoluteIRI& iri, const std::vector<std::u16strin
   return (iri.isRootless() ? u"" : u"/") + Join(names, u'/');
 }
 
+/// Looks for a byte, which is done many at a time; texts with such a byte in another character are few.
+bool MayHoldPercentSign(const std::u16string& text) {
+  const std::size_t bytes = text.size() * sizeof(char16_t);
+  return std::memchr(text.data(), u'%', bytes) != nullptr;
+}
+
 /// What most identifiers come down to: no host and no escape, so that their text is already that of their names,
 /// joined.
 std::optional<std::u16string> PosixTextWithoutEscapes(const AbsoluteIRI& iri) {
   const std::u16string& text = iri.toString();
   const std::size_t start = text.find(u':') + std::u16string_view(iri.isRootless() ? u":" : u"://").size();
   const bool hasHost = !iri.isRootless() && text[start] != u'/';
-  if (hasHost || text.find(u'%', start) != std::u16string::npos) return std::nullopt;
+  if (hasHost || MayHoldPercentSign(text)) return std::nullopt;
   return text.substr(start);
 }
 
