@@ -1,7 +1,6 @@
 // Native paths to identifiers and back. By text alone; the windows forms work on every system, so that they are tested
 // there.
 #include <algorithm>
-#include <cstring>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <optional>
@@ -142,8 +141,8 @@ std::u16string PosixText(const AbsoluteIRI& iri, const std::vector<std::u16strin
 
 /// Looks for a byte, which is done many at a time; texts with such a byte in another character are few.
 bool MayHoldPercentSign(const std::u16string& text) {
-  const std::size_t bytes = text.size() * sizeof(char16_t);
-  return std::memchr(text.data(), u'%', bytes) != nullptr;
+  const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
+  return bytes.find('%') != std::string_view::npos;
 }
 
 /// What most identifiers come down to: no host and no escape, so that their text is already that of their names,
