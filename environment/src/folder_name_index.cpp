@@ -40,7 +40,7 @@ FolderNameIndex::FolderNameIndex(const std::vector<LocationTable::Slot>& slots) 
 std::span<const Ordinal> FolderNameIndex::Find(const std::u16string& name) const {
   const auto found = entries_.find(KeyOf(name));
   if (found == entries_.end()) return {};
-  return found->second;
+  return {found->second.data(), found->second.size()};
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -1,6 +1,7 @@
 // From the name of a folder to the entries of that name.
 #pragma once
 
+#include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <span>
 #include <string>
@@ -20,7 +21,9 @@ class FolderNameIndex {
   [[nodiscard]] std::span<const Ordinal> Find(const std::u16string& name) const;
 
  private:
-  boost::unordered_flat_map<std::u16string, std::vector<Ordinal>> entries_;
+  using Ordinals = boost::container::small_vector<Ordinal, 2>;  // most names are one folder's
+
+  boost::unordered_flat_map<std::u16string, Ordinals> entries_;
 };
 
 }  // namespace Quorvex::PathEnvironment
