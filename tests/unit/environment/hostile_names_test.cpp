@@ -126,13 +126,6 @@ TEST(HostileNamesTogether, KeepComposedAndDecomposedLettersApart) {
   }
 }
 
-TEST(HostileNamesTogether, ReachNoOneRawInAReason) {
-  const auto path = ReadPath({AbsoluteIRI(u"file:///no/such%1B%5B31m")});
-
-  ASSERT_THAT(path->GetProblems(), SizeIs(1));
-  for (const char unit : ReasonOf(path->GetProblems()[0])) EXPECT_GE(unit, ' ');
-}
-
 TEST(HostileNamesTogether, MayBeAHundredThousandInOneFolder) {
   constexpr std::size_t kCount = 100'000;
   MemoryStorage storage;
