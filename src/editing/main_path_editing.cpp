@@ -22,8 +22,6 @@ using Folders = std::vector<AbsoluteIRI>;
 using FolderRange = detail::AnyRangeAdapter<AbsoluteIRI>;
 using FolderSet = boost::unordered_set<AbsoluteIRI>;
 
-FolderSet SetOf(const FolderRange& folders) { return {folders.begin(), folders.end()}; }
-
 // `change` installs a list. A manager that refuses it as begun within another change is obeyed in silence.
 template <class Change>
 void UnlessRecursive(const Change& change) {
@@ -33,17 +31,15 @@ void UnlessRecursive(const Change& change) {
   }
 }
 
-// The first mention of each folder.
-Folders WithoutRepeats(const FolderRange& folders) {
-  FolderSet seen;
+// Of the folders that are given, each once, at its first mention; `seen` becomes their set. Reads the range once.
+Folders WithoutRepeats(const FolderRange& folders, FolderSet& seen) {
   Folders additions;
   std::copy_if(folders.begin(), folders.end(), std::back_inserter(additions),
                [&seen](const AbsoluteIRI& folder) { return seen.insert(folder).second; });
   return additions;
 }
 
-Folders Without(const FolderRange& folders, const Folders& list) {
-  const FolderSet given = SetOf(folders);
+Folders Without(const FolderSet& given, const Folders& list) {
   Folders kept;
   std::copy_if(list.begin(), list.end(), std::back_inserter(kept),
                [&given](const AbsoluteIRI& folder) { return !given.contains(folder); });
@@ -51,7 +47,7 @@ Folders Without(const FolderRange& folders, const Folders& list) {
 }
 
 // A warning for each mention of a folder that is not in the list. `given` is the set of the folders.
-Notification MissingOf(const FolderRange& folders, const FolderSet& given, const Folders& list) {
+Notification MissingOf(const Folders& folders, const FolderSet& given, const Folders& list) {
   FolderSet missing = given;
   for (const AbsoluteIRI& folder : list) missing.erase(folder);
 
@@ -87,8 +83,9 @@ Notification AddFoldersToVornixPath(const detail::AnyRangeAdapter<std::u16string
 Notification AddIRIsToVornixPath(const FolderRange& folders, IMainSearchPathManager& manager, Position position) {
   Notification result;
   const auto list = manager.GetMainPathFolders();
-  Folders first = Without(folders, *list);
-  Folders second = WithoutRepeats(folders);
+  FolderSet given;
+  Folders second = WithoutRepeats(folders, given);
+  Folders first = Without(given, *list);
   if (position == Position::Beginning) std::swap(first, second);
   first.insert(first.end(), second.begin(), second.end());
 
@@ -106,13 +103,15 @@ Notification RemoveFoldersFromVornixPath(const detail::AnyRangeAdapter<std::u16s
 
 Notification RemoveIRIsFromVornixPath(const FolderRange& folders, IMainSearchPathManager& manager) {
   const auto list = manager.GetMainPathFolders();
-  const FolderSet given = SetOf(folders);
-  Notification result = MissingOf(folders, given, *list);
+  const Folders mentions(folders.begin(), folders.end());
+  const FolderSet given(mentions.begin(), mentions.end());
+  Notification result = MissingOf(mentions, given, *list);
   if (!result.IsEmpty()) return result;
 
   UnlessRecursive([&] {
     // Not a copy of what may be a long list: the manager computes it as it reads.
-    auto kept = *list | ranges::views::remove_if([&given](const AbsoluteIRI& folder) { return given.contains(folder); }) |
+    auto kept = *list |
+                ranges::views::remove_if([&given](const AbsoluteIRI& folder) { return given.contains(folder); }) |
                 ranges::views::common;
     manager.SetMainPathForRemoval(kept, result);
   });
