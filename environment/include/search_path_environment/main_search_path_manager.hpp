@@ -1,0 +1,80 @@
+// The session's main search path: kept in a file that other processes edit, too, and announced to whoever listens.
+#pragma once
+
+#include <chrono>
+#include <foundation/core/scoped_release.hpp>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <search_path_environment/export.hpp>
+#include <search_path_environment/saved_path_file.hpp>
+#include <search_path_interfaces/main_search_path_manager.hpp>
+#include <stdexcept>
+
+namespace Quorvex::PathEnvironment {
+
+/// A list that was made from what the path no longer is: installing it would undo somebody else's change.
+class SEARCH_PATH_ENVIRONMENT_EXPORT PathChangedException : public std::runtime_error {
+ public:
+  PathChangedException();
+  PathChangedException(const PathChangedException&) noexcept = default;
+  PathChangedException& operator=(const PathChangedException&) noexcept = default;
+  ~PathChangedException() override;
+};
+
+/// Any thread may call anything at any time. Readers get immutable snapshots and never wait for an edit. Edits follow
+/// one another, in this process and in all others that use the same file.
+class SEARCH_PATH_ENVIRONMENT_EXPORT MainSearchPathManager final : public PathManagement::IMainSearchPathManager {
+ public:
+  using Folders = std::vector<foundation::storage::vfs::AbsoluteIRI>;
+  using FoldersPtr = std::shared_ptr<const Folders>;
+
+  /// What is announced; both lists differ.
+  struct Change {
+    FoldersPtr before;
+    FoldersPtr after;
+  };
+  using Listener = std::function<void(const Change&)>;
+
+  /// How long an edit waits for that of another process.
+  static constexpr std::chrono::milliseconds kLockTimeout{30'000};
+
+  /// Reads the file. Throws SavedPathError for a damaged or foreign one, and the storage layer's Exception.
+  explicit MainSearchPathManager(SavedPathFile file, std::chrono::milliseconds lockTimeout = kLockTimeout);
+  MainSearchPathManager(const MainSearchPathManager&) = delete;
+  MainSearchPathManager& operator=(const MainSearchPathManager&) = delete;
+  ~MainSearchPathManager() override;
+
+  /// Calls `edit` while nobody else, here or in another process, can change the path. What it then reads is what stands
+  /// in the file; what it installs is saved and published, all at once, when it returns, and dropped when it throws.
+  /// An Edit within an Edit is part of it.
+  ///
+  /// Whatever is thrown, the path is as it was: what `edit` threw; SavedPathError; the storage layer's Exception, with
+  /// std::errc::timed_out when another process edits for too long; RecursivePathChangeException when a listener calls
+  /// this on the thread that announces a change to it. Other threads wait.
+  void Edit(const std::function<void()>& edit);
+
+  /// Goes back to before the last edit that is not undone. False when no such edit is kept. Throws as Edit does, and
+  /// SavedPathError for a version that is damaged.
+  bool Undo();
+
+  /// Takes over what others have saved meanwhile. Throws as the constructor does, and RecursivePathChangeException.
+  void Refresh();
+
+  /// Calls `listener` after each change, on the thread that made it, before the call that made it returns; listeners
+  /// in the order in which they were added. What a listener throws is logged and changes nothing.
+  [[nodiscard]] foundation::core::ScopedRelease AddListener(Listener listener);
+
+  /// An Edit of its own when called outside of one: then PathChangedException is thrown when the path is no longer what
+  /// GetMainPathFolders last told this thread, or was when the manager was made.
+  void SetMainPathForAddition(const FolderRange& folders,
+                              foundation::core::except::Notification& notification) override;
+  void SetMainPathForRemoval(const FolderRange& folders, foundation::core::except::Notification& notification) override;
+  [[nodiscard]] FoldersPtr GetMainPathFolders() const override;
+
+ private:
+  class Session;
+  std::unique_ptr<Session> session_;
+};
+
+}  // namespace Quorvex::PathEnvironment

@@ -1,0 +1,73 @@
+// The file that keeps the main search path, and the versions of it that edits have replaced.
+//
+// Beside a file `path` stand `path.lock`, which is never removed, `path.versions`, a folder, and while an edit is being
+// saved `path.draft`. Where the file is a link, they stand beside what it leads to.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <foundation/storage/vfs/storage_provider.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <memory>
+#include <optional>
+#include <search_path_environment/export.hpp>
+#include <search_path_environment/saved_path_text.hpp>
+#include <string>
+#include <vector>
+
+namespace Quorvex::PathEnvironment {
+
+/// What an edit did.
+enum class EditKind : std::uint8_t { Addition, Removal, Undo };
+
+/// An edit, and the path as it was before.
+struct PathVersion {
+  std::uint64_t number = 0;  ///< counted from 1, without gaps but for versions long dropped
+  EditKind kind = EditKind::Addition;
+  std::uint64_t undone = 0;  ///< of an Undo, the number of the edit that it took back
+  std::chrono::sys_seconds time;
+  SavedPathText before;
+};
+
+/// A handle, cheap to copy. Reading may be done from any thread at any time; the rest is for whoever holds the lock.
+/// Failures are the storage layer's Exceptions, and SavedPathErrors for what stands in the file.
+class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathFile {
+ public:
+  /// As many versions as are kept.
+  static constexpr std::size_t kVersions = 20;
+
+  SavedPathFile(foundation::storage::vfs::AbsoluteIRI file, foundation::storage::vfs::StorageSystemReference storage);
+
+  [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetLocation() const noexcept { return file_; }
+
+  /// The bytes as they stand; nothing when nothing was saved yet.
+  [[nodiscard]] std::optional<std::string> ReadBytes() const;
+  /// ReadBytes, understood; no folder when nothing was saved yet.
+  [[nodiscard]] SavedPathText Read() const;
+  /// `bytes`, which ReadBytes gave, understood.
+  [[nodiscard]] SavedPathText Understand(const std::optional<std::string>& bytes) const;
+
+  /// Keeps every other process, and every other holder in this one, from editing. Makes the folders that the file is
+  /// to stand in. Fails with std::errc::timed_out when another holds the lock for so long.
+  [[nodiscard]] std::unique_ptr<foundation::storage::vfs::IFileLock> Lock(std::chrono::milliseconds timeout) const;
+
+  /// Replaces `old`, which ReadBytes gave under this lock, in one step and durably, and keeps it as a version. Does
+  /// nothing when `path` is what stands there. When it throws, the old path is in place.
+  void Replace(const std::optional<std::string>& old, const SavedPathText& path, EditKind kind,
+               std::uint64_t undone = 0) const;
+
+  /// The last edits, oldest first. A version whose bytes are no longer what was written is reported as a
+  /// SavedPathError.
+  [[nodiscard]] std::vector<PathVersion> GetVersions() const;
+
+  /// Of `versions`, which GetVersions gave, the one to go back to: that of the last edit that is not undone. Null when
+  /// there is none.
+  [[nodiscard]] static const PathVersion* VersionToUndo(const std::vector<PathVersion>& versions);
+
+ private:
+  foundation::storage::vfs::AbsoluteIRI file_;
+  foundation::storage::vfs::StorageSystemReference storage_;
+};
+
+}  // namespace Quorvex::PathEnvironment

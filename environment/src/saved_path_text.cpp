@@ -1,0 +1,179 @@
+#include <algorithm>
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <fl/filesystem/displayed_text.hpp>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <foundation/storage/vfs/iri_conversion.hpp>
+#include <search_path_environment/saved_path_error.hpp>
+#include <search_path_environment/saved_path_text.hpp>
+#include <search_path_utilities/path_editing.hpp>
+#include <utility>
+
+namespace Quorvex::PathEnvironment {
+
+using foundation::storage::vfs::AbsoluteIRI;
+
+namespace {
+
+constexpr std::string_view kFirstLine = "# search path, version 1";
+constexpr std::string_view kExplanation =
+    "# One folder a line, the first one before the others. Lines that begin with '#' are comments.";
+constexpr std::u16string_view kFilePrefix = u"file://";
+
+// An absolute path that is the rest of its identifier, character for character.
+bool IsPlainPath(std::string_view line) {
+  if (line.size() < 2 || line.front() != '/' || line.back() == '/') return false;
+  if (line.find("//") != std::string_view::npos || line.find("/.") != std::string_view::npos) return false;
+  const auto isPlain = [](char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+           byte == '/' || byte == '_' || byte == '-' || byte == '.' || byte == '+' || byte == '@';
+  };
+  return std::all_of(line.begin(), line.end(), isPlain);
+}
+
+std::string Displayed(std::string_view bytes) {
+  return '"' + fl::filesystem::to_displayed_text(fl::filesystem::from_bytes(bytes)) + '"';
+}
+
+AbsoluteIRI FolderIn(std::string_view line) {
+  if (IsPlainPath(line)) return AbsoluteIRI(std::u16string(kFilePrefix).append(line.begin(), line.end()));
+
+  const std::u16string text = fl::filesystem::from_bytes(line);
+  if (text.front() != u'/' && !foundation::storage::vfs::hasIRIPrefix(text)) {
+    throw std::invalid_argument(Displayed(line) + " is neither an absolute path nor an identifier");
+  }
+  return PathManagement::GetIRIFromString(text);
+}
+
+// A path that people can read and that says all of the identifier.
+bool IsReadable(std::u16string_view path) {
+  if (!path.starts_with(u'/') || path.ends_with(u' ')) return false;
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    const char16_t unit = path[i];
+    if (unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || unit == u'\u2028' || unit == u'\u2029') return false;
+    if (unit < 0xD800 || unit > 0xDFFF) continue;
+    const bool isPair = unit < 0xDC00 && i + 1 < path.size() && path[i + 1] >= 0xDC00 && path[i + 1] <= 0xDFFF;
+    if (!isPair) return false;  // a byte that is no UTF-8
+    ++i;
+  }
+  return true;
+}
+
+std::string IdentifierLine(const AbsoluteIRI& folder) { return fl::filesystem::to_bytes(folder.toString()); }
+
+std::string LineOf(const AbsoluteIRI& folder) {
+  const std::u16string_view text = folder.toString();
+  if (!text.starts_with(kFilePrefix)) return IdentifierLine(folder);
+
+  const std::u16string_view rest = text.substr(kFilePrefix.size());
+  const bool isAscii = std::all_of(rest.begin(), rest.end(), [](char16_t unit) { return unit < 0x80; });
+  if (isAscii) {
+    std::string line(rest.size(), '\0');
+    std::transform(rest.begin(), rest.end(), line.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    if (IsPlainPath(line)) return line;
+  }
+  try {
+    const std::u16string path = PathManagement::GetStringFromIRI(folder);
+    return IsReadable(path) ? fl::filesystem::to_bytes(path) : IdentifierLine(folder);
+  } catch (const foundation::storage::vfs::Exception&) {
+    return IdentifierLine(folder);  // no path says it
+  }
+}
+
+bool IsComment(std::string_view line) {
+  return line.starts_with('#') || std::all_of(line.begin(), line.end(), [](char byte) { return byte == ' '; });
+}
+
+// Takes the next line off `rest`, without its end.
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = rest.find('\n');
+  if (end == std::string_view::npos)
+    throw std::invalid_argument("it does not end with a newline, so it may be cut off");
+  std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+void RequireNoControlCharacter(std::string_view line) {
+  const auto isStray = [](char byte) {
+    return (static_cast<unsigned char>(byte) < 0x20 && byte != '\t') || byte == 0x7F;
+  };
+  if (std::any_of(line.begin(), line.end(), isStray)) throw std::invalid_argument("it holds a control character");
+}
+
+void RequireFirstLine(std::string_view line) {
+  if (line == kFirstLine) return;
+  throw std::invalid_argument("it should be \"" + std::string(kFirstLine) + "\"");
+}
+
+// Of the lines above the first folder, those as far as the last blank one move to the beginning.
+void MoveBeginning(std::string& beginning, std::string& lines) {
+  const std::size_t length = ('\n' + lines).rfind("\n\n") + 1;  // npos + 1 is 0
+  beginning += lines.substr(0, length);
+  lines.erase(0, length);
+}
+
+}  // namespace
+
+SavedPathText::SavedPathText() : beginning_(std::string(kFirstLine) + '\n' + std::string(kExplanation) + "\n\n") {}
+
+SavedPathText SavedPathText::Parse(std::string_view bytes) {
+  SavedPathText path;
+  std::string& pending = path.end_;  // the comments since the last folder
+  std::size_t number = 1;
+  const auto takeFirstLine = [&] {
+    RequireFirstLine(TakeLine(bytes));
+    path.beginning_ = std::string(kFirstLine) + '\n';
+  };
+  const auto takeLine = [&] {
+    const std::string_view line = TakeLine(bytes);
+    RequireNoControlCharacter(line);
+    if (IsComment(line)) {
+      pending.append(line).push_back('\n');
+      return;
+    }
+    AbsoluteIRI folder = FolderIn(line);
+    if (path.folders_.empty()) MoveBeginning(path.beginning_, pending);
+    if (!pending.empty()) path.comments_.emplace(path.folders_.size(), std::exchange(pending, {}));
+    path.folders_.push_back(std::move(folder));
+  };
+  try {
+    takeFirstLine();
+    for (++number; !bytes.empty(); ++number) takeLine();
+    if (path.folders_.empty()) MoveBeginning(path.beginning_, pending);
+  } catch (const std::invalid_argument& reason) {
+    throw SavedPathError(number, reason.what());
+  } catch (const foundation::storage::vfs::Exception& reason) {
+    throw SavedPathError(number, reason.what());
+  }
+  return path;
+}
+
+SavedPathText SavedPathText::WithFolders(Folders folders) const {
+  boost::unordered_flat_map<AbsoluteIRI, const std::string*> comments;
+  for (const auto& [place, lines] : comments_) comments.emplace(folders_[place], &lines);
+
+  SavedPathText path = *this;
+  path.folders_ = std::move(folders);
+  path.comments_.clear();
+  for (std::size_t i = 0; i < path.folders_.size() && !comments.empty(); ++i) {
+    const auto found = comments.find(path.folders_[i]);
+    if (found == comments.end()) continue;
+    path.comments_.emplace(i, *found->second);
+    comments.erase(found);
+  }
+  return path;
+}
+
+std::string SavedPathText::ToBytes() const {
+  std::string bytes = beginning_;
+  auto comment = comments_.begin();
+  for (std::size_t i = 0; i < folders_.size(); ++i) {
+    if (comment != comments_.end() && comment->first == i) bytes += (comment++)->second;
+    bytes.append(LineOf(folders_[i])).push_back('\n');
+  }
+  return bytes + end_;
+}
+
+}  // namespace Quorvex::PathEnvironment

@@ -1,0 +1,33 @@
+// Small files, read and replaced as a whole.
+#pragma once
+
+#include <foundation/storage/vfs/storage_provider.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Quorvex::PathEnvironment {
+
+/// The bytes of `file`; nothing when there is no such file. Throws the storage layer's Exception, with
+/// std::errc::file_too_large when it holds more than `limit`.
+[[nodiscard]] std::optional<std::string> ReadWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
+                                                       const foundation::storage::vfs::AbsoluteIRI& file,
+                                                       std::size_t limit);
+
+enum class Durability : bool {
+  Whole,    ///< whoever looks sees the old bytes or the new ones, also after this process was killed
+  Flushed,  ///< and the new ones are safe from a power failure before they take the place of the old
+};
+
+/// Puts `bytes` in the place of what `file` held, in one step, by way of `draft`, a file in the same folder that no one
+/// else writes; what an interrupted call left there is swept. On failure the old bytes are still in place.
+void ReplaceWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
+                      const foundation::storage::vfs::AbsoluteIRI& file,
+                      const foundation::storage::vfs::AbsoluteIRI& draft, std::string_view bytes,
+                      Durability durability);
+
+/// Removes a file that may already be gone.
+void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,
+                   const foundation::storage::vfs::AbsoluteIRI& file);
+
+}  // namespace Quorvex::PathEnvironment
