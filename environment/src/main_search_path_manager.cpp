@@ -84,8 +84,8 @@ class MainSearchPathManager::Session {
         Log("it threw what is no std::exception");
       }
     };
-    auto connection = announcement_.connect(guarded);
-    return ScopedRelease([connection] { connection.disconnect(); });
+    const auto connection = std::make_shared<const boost::signals2::connection>(announcement_.connect(guarded));
+    return ScopedRelease([connection] { connection->disconnect(); });
   }
 
   void Set(const FolderRange& folders, EditKind kind) {

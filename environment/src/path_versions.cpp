@@ -10,7 +10,6 @@
 #include <search_path_environment/utc_time.hpp>
 #include <sstream>
 #include <stdexcept>
-#include <utility>
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -21,7 +20,6 @@ namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::Exception;
-using foundation::storage::vfs::FolderListing;
 using foundation::storage::vfs::IStorageProvider;
 using foundation::storage::vfs::ListedEntry;
 
@@ -96,8 +94,8 @@ void CreateIfMissing(const IStorageProvider& storage, const AbsoluteIRI& folder)
 
 }  // namespace
 
-PathVersions::PathVersions(const IStorageProvider& storage, AbsoluteIRI folder)
-    : storage_(storage), folder_(std::move(folder)) {}
+PathVersions::PathVersions(const IStorageProvider& storage, const AbsoluteIRI& folder)
+    : storage_(storage), folder_(folder) {}
 
 std::vector<PathVersions::File> PathVersions::List() const {
   std::vector<File> files;

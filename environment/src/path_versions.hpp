@@ -19,7 +19,7 @@ class PathVersions {
     std::uint64_t undone;
   };
 
-  PathVersions(const IStorageProvider& storage, AbsoluteIRI folder);
+  PathVersions(const IStorageProvider& storage, const AbsoluteIRI& folder);
 
   /// Keeps `bytes`, which `edit` is about to replace, and drops the oldest versions beyond the number that is kept.
   /// Returns the new version's file, to be removed should the edit fail.

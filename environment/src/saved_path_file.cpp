@@ -94,8 +94,8 @@ class Save {
 
 }  // namespace
 
-SavedPathFile::SavedPathFile(AbsoluteIRI file, StorageSystemReference storage)
-    : file_(std::move(file)), storage_(std::move(storage)) {}
+SavedPathFile::SavedPathFile(const AbsoluteIRI& file, StorageSystemReference storage)
+    : file_(file), storage_(std::move(storage)) {}
 
 std::optional<std::string> SavedPathFile::ReadBytes() const {
   return ReadWholeFile(*storage_.ProviderFor(file_), file_, kLargestFile);

@@ -37,7 +37,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathFile {
   /// As many versions as are kept.
   static constexpr std::size_t kVersions = 20;
 
-  SavedPathFile(foundation::storage::vfs::AbsoluteIRI file, foundation::storage::vfs::StorageSystemReference storage);
+  SavedPathFile(const foundation::storage::vfs::AbsoluteIRI& file,
+                foundation::storage::vfs::StorageSystemReference storage);
 
   [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetLocation() const noexcept { return file_; }
 
