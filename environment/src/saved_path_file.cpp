@@ -52,45 +52,41 @@ void CreateWithParents(const IStorageProvider& storage, const AbsoluteIRI& folde
   }
 }
 
-// Best effort: whatever fails here, the failure that led here is the one to be told.
+// Whether it worked. Best effort: whatever fails here, the failure that led here is the one to be told.
 template <class Restore>
-void Attempt(const Restore& restore) noexcept {
+bool Attempt(const Restore& restore) noexcept {
   try {
     restore();
-  } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): see above
+    return true;
+  } catch (const std::exception&) {
+    return false;
   }
 }
 
-class Save {
- public:
-  Save(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old)
-      : storage_(storage), places_(places), old_(old) {}
+void PutBack(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old) {
+  if (old) return ReplaceWholeFile(storage, places.File(), places.Draft(), *old, Durability::Flushed);
+  RemoveIfThere(storage, places.File());
+}
 
-  void Install(std::string_view bytes) const {
-    try {
-      ReplaceWholeFile(storage_, places_.File(), places_.Draft(), bytes, Durability::Flushed);
-    } catch (...) {
-      Attempt([&] { RemoveIfThere(storage_, places_.Draft()); });
-      throw;
-    }
-    try {
-      storage_.FlushFolder(places_.Folder());
-    } catch (...) {
-      Attempt([&] { PutBack(); });
-      throw;
-    }
+void Install(const IStorageProvider& storage, const Places& places, std::string_view bytes) {
+  try {
+    ReplaceWholeFile(storage, places.File(), places.Draft(), bytes, Durability::Flushed);
+  } catch (...) {
+    Attempt([&] { RemoveIfThere(storage, places.Draft()); });
+    throw;
   }
+}
 
- private:
-  void PutBack() const {
-    if (old_) return ReplaceWholeFile(storage_, places_.File(), places_.Draft(), *old_, Durability::Flushed);
-    RemoveIfThere(storage_, places_.File());
+// Makes sure that what was installed in the place of `old` stays, or puts `old` back.
+void Settle(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old) {
+  try {
+    storage.FlushFolder(places.Folder());
+  } catch (const Exception& failure) {
+    if (Attempt([&] { PutBack(storage, places, old); })) throw;
+    throw Exception("make durable", places.File(), failure.GetError(),
+                    failure.GetError().message() + "; the edit could not be taken back, so it stands");
   }
-
-  const IStorageProvider& storage_;
-  const Places& places_;
-  const std::optional<std::string>& old_;
-};
+}
 
 }  // namespace
 
@@ -129,7 +125,8 @@ void SavedPathFile::Replace(const std::optional<std::string>& old, const SavedPa
   const AbsoluteIRI version =
       PathVersions(*storage, places.Versions()).Keep(old ? std::string_view(*old) : std::string_view(), {kind, undone});
   try {
-    Save(*storage, places, old).Install(bytes);
+    Install(*storage, places, bytes);
+    Settle(*storage, places, old);
   } catch (...) {
     Attempt([&] { RemoveIfThere(*storage, version); });
     throw;

@@ -54,7 +54,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathFile {
   [[nodiscard]] std::unique_ptr<foundation::storage::vfs::IFileLock> Lock(std::chrono::milliseconds timeout) const;
 
   /// Replaces `old`, which ReadBytes gave under this lock, in one step and durably, and keeps it as a version. Does
-  /// nothing when `path` is what stands there. When it throws, the old path is in place.
+  /// nothing when `path` is what stands there. When it throws, the old path is in place; only when storage fails after
+  /// the new one took its place, and the old one cannot be put back either, does the new one stand, and the message
+  /// says so.
   void Replace(const std::optional<std::string>& old, const SavedPathText& path, EditKind kind,
                std::uint64_t undone = 0) const;
 
