@@ -61,16 +61,22 @@ function(spu_add_family folder)
     POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# spu_add_test(<name> SOURCES ... LIBRARIES ...)
+# spu_add_test(<name> [THREADS] SOURCES ... LIBRARIES ...)
 #
-# A GoogleTest program whose every test is a test of ctest.
+# A GoogleTest program whose every test is a test of ctest. THREADS: some of them run threads; spu_tests_with_threads builds
+# all such programs, and `ctest -L threads` runs them.
+add_custom_target(spu_tests_with_threads)
 function(spu_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "THREADS" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   # Half of what a test costs to compile; -fpch-preprocess lets ccache see through it.
   target_precompile_headers(${name} PRIVATE <gmock/gmock.h>)
   target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main spu_compile_options)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+  if(ARG_THREADS)
+    set(label LABELS threads)
+    add_dependencies(spu_tests_with_threads ${name})
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${label})
 endfunction()
