@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <functional>
 #include <memory>
@@ -171,6 +172,36 @@ TEST_P(StorageContract, CannotListWhatIsNoFolder) {
   EXPECT_THAT([&] { return Storage().List(At(u"file")); }, FailsWith(std::errc::not_a_directory));
 }
 
+TEST_P(StorageContract, PassesAFolderThatCanBeListed) {
+  Storage().CreateFolder(At(u"folder"));
+  AddLink(u"link", u"folder");
+
+  EXPECT_NO_THROW(Storage().CheckFolder(At(u"folder")));
+  EXPECT_NO_THROW(Storage().CheckFolder(At(u"link")));
+}
+
+TEST_P(StorageContract, FailsTheCheckOfWhatCannotBeListed) {
+  Write(At(u"file"), "");
+  AddLink(u"toFile", u"file");
+  AddLink(u"dangling", u"missing");
+  AddLink(u"loop", u"loop");
+
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"missing")); }, FailsWith(std::errc::no_such_file_or_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"missing", u"x")); }, FailsWith(std::errc::no_such_file_or_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"file")); }, FailsWith(std::errc::not_a_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"file", u"x")); }, FailsWith(std::errc::not_a_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"toFile")); }, FailsWith(std::errc::not_a_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"dangling")); }, FailsWith(std::errc::no_such_file_or_directory));
+  EXPECT_THAT([&] { Storage().CheckFolder(At(u"loop")); }, FailsWith(std::errc::too_many_symbolic_link_levels));
+}
+
+TEST_P(StorageContract, NamesTheFolderThatFailedItsCheck) {
+  EXPECT_THAT(
+      [&] { Storage().CheckFolder(At(u"missing")); },
+      FailsAbout(At(u"missing").toString(), "cannot check \"" + fl::filesystem::to_bytes(At(u"missing").toString()) +
+                                                "\": No such file or directory"));
+}
+
 TEST_P(StorageContract, TellsKindAndSize) {
   Write(At(u"file"), "seven..");
 
@@ -222,6 +253,7 @@ TEST_P(StorageContract, FindsNoFileUnderANameThatHoldsAnEscapedSeparatorOrNul) {
 
   EXPECT_THAT([&] { return Storage().Stat(separator); }, FailsWith(std::errc::invalid_argument));
   EXPECT_THAT([&] { return Storage().Stat(nul); }, FailsWith(std::errc::invalid_argument));
+  EXPECT_THAT([&] { Storage().CheckFolder(nul); }, FailsWith(std::errc::invalid_argument));
 }
 
 TEST_P(StorageContract, DoesNothingWithARootlessIdentifier) {
@@ -229,6 +261,7 @@ TEST_P(StorageContract, DoesNothingWithARootlessIdentifier) {
   const auto fails = FailsWith(std::errc::invalid_argument);
 
   EXPECT_THAT([&] { return Storage().List(rootless); }, fails);
+  EXPECT_THAT([&] { Storage().CheckFolder(rootless); }, fails);
   EXPECT_THAT([&] { return Storage().Stat(rootless); }, fails);
   EXPECT_THAT([&] { return Storage().CanonicalLocation(rootless); }, fails);
   EXPECT_THAT([&] { return Storage().ComparesNamesExactly(rootless); }, fails);

@@ -66,6 +66,11 @@ vfs::FolderListing ForwardingStorageProvider::List(const vfs::AbsoluteIRI& folde
   return inner_->List(folder);
 }
 
+void ForwardingStorageProvider::CheckFolder(const vfs::AbsoluteIRI& folder) const {
+  Announce(StorageOperation::CheckFolder, folder);
+  inner_->CheckFolder(folder);
+}
+
 vfs::FileStatus ForwardingStorageProvider::Stat(const vfs::AbsoluteIRI& location) const {
   Announce(StorageOperation::Stat, location);
   return inner_->Stat(location);

@@ -6,6 +6,8 @@ const char* NameOf(StorageOperation operation) noexcept {
   switch (operation) {
     case StorageOperation::List:
       return "list";
+    case StorageOperation::CheckFolder:
+      return "check";
     case StorageOperation::Stat:
     case StorageOperation::ComparesNamesExactly:
       return "examine";

@@ -20,10 +20,13 @@ class CountingStorage : public testing::Test {
 
 TEST_F(CountingStorage, CountsByOperationAndByLocation) {
   static_cast<void>(storage_.List(root_));
+  storage_.CheckFolder(root_);
   static_cast<void>(storage_.Stat(root_));
   static_cast<void>(storage_.Stat(file_));
 
-  EXPECT_EQ(storage_.GetCount(), 3U);
+  EXPECT_EQ(storage_.GetCount(), 4U);
+  EXPECT_EQ(storage_.GetCount(StorageOperation::List), 1U);
+  EXPECT_EQ(storage_.GetCount(StorageOperation::CheckFolder, root_), 1U);
   EXPECT_EQ(storage_.GetCount(StorageOperation::Stat), 2U);
   EXPECT_EQ(storage_.GetCount(StorageOperation::Stat, file_), 1U);
   EXPECT_EQ(storage_.GetCount(StorageOperation::Remove), 0U);

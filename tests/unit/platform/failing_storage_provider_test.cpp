@@ -77,6 +77,7 @@ TEST_F(FailingStorage, CanFailEveryOperation) {
   const auto failed = FailsWith(std::errc::io_error);
 
   EXPECT_THAT([&] { return storage_.List(root_); }, failed);
+  EXPECT_THAT([&] { storage_.CheckFolder(root_); }, failed);
   EXPECT_THAT([&] { return storage_.Stat(file_); }, failed);
   EXPECT_THAT([&] { return storage_.CanonicalLocation(file_); }, failed);
   EXPECT_THAT([&] { return storage_.ComparesNamesExactly(root_); }, failed);
@@ -92,7 +93,7 @@ TEST_F(FailingStorage, CanFailEveryOperation) {
   EXPECT_THAT([&] { storage_.Remove(file_); }, failed);
   EXPECT_THAT([&] { storage_.CreateFolder(root_.getChild(u"d")); }, failed);
   EXPECT_THAT([&] { return storage_.Lock(file_, std::chrono::milliseconds(0)); }, failed);
-  EXPECT_EQ(storage_.GetFailureCount(), 16U);
+  EXPECT_EQ(storage_.GetFailureCount(), 17U);
 }
 
 TEST_F(FailingStorage, WorksAgainWhenItsFaultsAreForgotten) {

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <support/storage_matchers.hpp>
 #include <support/temporary_folder.hpp>
+#include <support/without_privileges.hpp>
 
 namespace foundation::storage::vfs {
 namespace {
@@ -53,6 +54,7 @@ TEST_F(FileStorageTest, TakesAFifoForNeitherFileNorFolderAndNeverWaitsForIt) {
 
   EXPECT_THAT(storage_.List(At("")).entries, UnorderedElementsAre(ListedEntry{u"fifo", FileKind::Other}));
   EXPECT_EQ(storage_.Stat(At("fifo")).kind, FileKind::Other);
+  EXPECT_THAT([&] { storage_.CheckFolder(At("fifo")); }, FailsWith(std::errc::not_a_directory));
   EXPECT_THAT([&] { return storage_.OpenForReading(At("fifo")); }, FailsWith(std::errc::not_supported));
   EXPECT_THAT([&] { return storage_.Map(At("fifo")); }, FailsWith(std::errc::not_supported));
   EXPECT_THAT([&] { return storage_.OpenForWriting(At("fifo"), WriteMode::Append); },
@@ -80,6 +82,24 @@ TEST_F(FileStorageTest, TellsTheNameThatIsTooLong) {
   EXPECT_THAT([&] { return storage_.Stat(At(std::string(256, 'n'))); }, FailsWith(std::errc::filename_too_long));
   EXPECT_THAT([&] { return storage_.CanonicalLocation(At(std::string(256, 'n'))); },
               FailsWith(std::errc::filename_too_long));
+  EXPECT_THAT([&] { storage_.CheckFolder(At(std::string(256, 'n'))); }, FailsWith(std::errc::filename_too_long));
+}
+
+TEST_F(FileStorageTest, FailsTheCheckOfAFolderThatMayNotBeRead) {
+  using Quorvex::PathManagement::support::WithoutPrivileges;
+  using std::filesystem::perms;
+  std::filesystem::create_directory(PathOf("folder"));
+  const auto check = [this] { WithoutPrivileges([this] { storage_.CheckFolder(At("folder")); }); };
+
+  std::filesystem::permissions(PathOf("folder"), perms::owner_read);
+  EXPECT_NO_THROW(check());
+
+  std::filesystem::permissions(PathOf("folder"), perms::owner_write | perms::owner_exec);
+  EXPECT_THAT(check, FailsWith(std::errc::permission_denied));
+  EXPECT_THAT([this] { WithoutPrivileges([this] { static_cast<void>(storage_.List(At("folder"))); }); },
+              FailsWith(std::errc::permission_denied));
+
+  std::filesystem::permissions(PathOf("folder"), perms::owner_all);  // so that it can be removed
 }
 
 TEST_F(FileStorageTest, GivesTheIdentityAndTheTimeThatTheSystemKnows) {
@@ -111,6 +131,7 @@ TEST_F(FileStorageTest, LeavesNoDescriptorOpen) {
   const std::size_t before = CountOpenDescriptors();
 
   static_cast<void>(storage_.List(At("")));
+  storage_.CheckFolder(At(""));
   static_cast<void>(storage_.Map(At("file")));
   EXPECT_ANY_THROW(static_cast<void>(storage_.List(At("file"))));
   EXPECT_ANY_THROW(static_cast<void>(storage_.OpenForReading(At(""))));

@@ -28,7 +28,9 @@ TEST_F(ForbiddingStorage, LetsEachFolderBeListedOnce) {
 
 TEST_F(ForbiddingStorage, LetsOtherCallsBeRepeated) {
   static_cast<void>(storage_.Stat(folder_));
+  storage_.CheckFolder(folder_);
   EXPECT_NO_THROW(static_cast<void>(storage_.Stat(folder_)));
+  EXPECT_NO_THROW(storage_.CheckFolder(folder_));
 }
 
 TEST_F(ForbiddingStorage, RefusesEveryCallWhileCallsAreForbidden) {
@@ -36,6 +38,8 @@ TEST_F(ForbiddingStorage, RefusesEveryCallWhileCallsAreForbidden) {
 
   EXPECT_THAT([&] { return storage_.Stat(folder_); },
               ThrowsMessage<std::logic_error>("storage is forbidden: examine memory:///d"));
+  EXPECT_THAT([&] { storage_.CheckFolder(folder_); },
+              ThrowsMessage<std::logic_error>("storage is forbidden: check memory:///d"));
 }
 
 TEST_F(ForbiddingStorage, AllowsCallsAgainAndForgetsWhatWasListed) {

@@ -9,6 +9,7 @@ namespace foundation::storage::fakes {
 
 enum class StorageOperation : std::uint8_t {
   List,
+  CheckFolder,
   Stat,
   CanonicalLocation,
   ComparesNamesExactly,

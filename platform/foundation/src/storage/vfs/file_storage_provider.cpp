@@ -127,6 +127,10 @@ FolderListing FileStorageProvider::List(const AbsoluteIRI& folder) const {
   return FolderReader(operation).ReadAll();
 }
 
+void FileStorageProvider::CheckFolder(const AbsoluteIRI& folder) const {
+  static_cast<void>(OpenFolder(Operation("check", folder)));
+}
+
 FileStatus FileStorageProvider::Stat(const AbsoluteIRI& location) const {
   const Operation operation("examine", location);
   struct stat status {};
