@@ -8,11 +8,12 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_environment/location_from_text.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <span>
 #include <stdexcept>
 
-#include "folder_text.hpp"
+#include "current_folder.hpp"
 #include "output.hpp"
 #include "usage_error.hpp"
 
@@ -23,6 +24,8 @@ namespace {
 using fl::filesystem::from_bytes;
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::LocationFromPath;
+using Quorvex::PathEnvironment::LocationFromText;
 
 // A file that names folders is small; anything larger is something else.
 constexpr std::size_t kLargestPathFile = std::size_t{64} << 20U;

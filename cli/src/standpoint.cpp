@@ -2,9 +2,10 @@
 
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
+#include <search_path_environment/location_from_text.hpp>
 #include <search_path_utilities/path_editing.hpp>
 
-#include "folder_text.hpp"
+#include "current_folder.hpp"
 #include "output.hpp"
 #include "usage_error.hpp"
 
@@ -18,7 +19,7 @@ using Quorvex::PathManagement::FilenameMatchingPolicy;
 
 AbsoluteIRI LocationFromArgument(const std::u16string& text) {
   try {
-    return LocationFromText(text, CurrentFolder());
+    return Quorvex::PathEnvironment::LocationFromText(text, CurrentFolder());
   } catch (const foundation::storage::vfs::Exception& exception) {
     throw UsageError(exception.what());
   }
