@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <search_path_interfaces/main_search_path_manager.hpp>
 #include <search_path_interfaces/path.hpp>
 #include <search_path_interfaces/path_entry.hpp>
 #include <type_traits>
@@ -58,6 +59,13 @@ TEST(IPathEntry, HasItsElevenOperationsInTheAgreedSlots) {
   EXPECT_EQ(PlaceOf(&IPathEntry::FindFirst), 9U);
   EXPECT_EQ(PlaceOf(&IPathEntry::ForEachEntryInScope), 10U);
   EXPECT_EQ(PlaceOf(&IPathEntry::GetFilenameComparator), 11U);
+}
+
+TEST(IMainSearchPathManager, HasTheOperationsOfEditingInTheAgreedOrder) {
+  EXPECT_LT(PlaceOf(&IMainSearchPathManager::SetMainPathForAddition),
+            PlaceOf(&IMainSearchPathManager::SetMainPathForRemoval));
+  EXPECT_LT(PlaceOf(&IMainSearchPathManager::SetMainPathForRemoval),
+            PlaceOf(&IMainSearchPathManager::GetMainPathFolders));
 }
 
 TEST(Contracts, AreAbstractWithVirtualDestructorsAndNothingButAVirtualTable) {
