@@ -103,7 +103,9 @@ Notification RemoveFoldersFromVornixPath(const detail::AnyRangeAdapter<std::u16s
 
 Notification RemoveIRIsFromVornixPath(const FolderRange& folders, IMainSearchPathManager& manager) {
   const auto list = manager.GetMainPathFolders();
-  const Folders mentions(folders.begin(), folders.end());
+  // Not by the vector's constructor, which walks a range twice: what is given may be computed while it is read.
+  Folders mentions;
+  std::copy(folders.begin(), folders.end(), std::back_inserter(mentions));
   const FolderSet given(mentions.begin(), mentions.end());
   Notification result = MissingOf(mentions, given, *list);
   if (!result.IsEmpty()) return result;
