@@ -1,0 +1,71 @@
+#include "command_syntax.hpp"
+
+#include <algorithm>
+#include <fl/filesystem/displayed_text.hpp>
+#include <fl/filesystem/text_codec.hpp>
+#include <memory>
+#include <utility>
+
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+// Positionals are not known to CLI11, so its usage line has to be told.
+class HelpWithPositionals : public CLI::Formatter {
+ public:
+  explicit HelpWithPositionals(std::string positionals) : positionals_(std::move(positionals)) {}
+
+  std::string make_usage(const CLI::App* /*command*/, std::string name) const override {
+    return "Usage: " + name + " " + positionals_ + " [OPTIONS]\n";
+  }
+
+ private:
+  std::string positionals_;
+};
+
+}  // namespace
+
+Positionals::Positionals(const CLI::App& command, const std::vector<std::string>& afterDoubleDash)
+    : texts_(command.remaining()) {
+  const auto option = std::find_if(texts_.begin(), texts_.end(),
+                                   [](const std::string& text) { return text.size() > 1 && text.front() == '-'; });
+  if (option != texts_.end()) throw UsageError("there is no option \"" + Displayed(*option) + "\"");
+  texts_.insert(texts_.end(), afterDoubleDash.begin(), afterDoubleDash.end());
+}
+
+std::vector<std::string> Positionals::AtLeastOne(const std::string& name) const {
+  if (texts_.empty()) throw UsageError(name + " is missing");
+  return texts_;
+}
+
+std::string Positionals::ExactlyOne(const std::string& name) const {
+  if (texts_.empty()) throw UsageError(name + " is missing");
+  if (texts_.size() > 1) throw UsageError("only one " + name + " is taken, not also \"" + Displayed(texts_[1]) + "\"");
+  return texts_.front();
+}
+
+CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& positionals,
+                     const std::string& description) {
+  CLI::App* const command = app.add_subcommand(name, description)->group("Commands");
+  command->formatter(std::make_shared<HelpWithPositionals>(positionals));
+  return *command->allow_extras();
+}
+
+void AddNulFlag(CLI::App& command, OutputForm& form) {
+  command.add_flag_callback(
+      "-0,--null", [&form] { form = OutputForm::NulTerminated; }, "Write exact bytes, each result ended by a NUL");
+}
+
+void AddJsonFlag(CLI::App& command, bool& json) { command.add_flag("--json", json, "Write one JSON document"); }
+
+void RefuseTwoForms(bool json, OutputForm form) {
+  if (json && form == OutputForm::NulTerminated) throw UsageError("--json and -0 exclude each other");
+}
+
+std::string Displayed(const std::string& bytes) {
+  return fl::filesystem::to_displayed_text(fl::filesystem::from_bytes(bytes));
+}
+
+}  // namespace vornixpath

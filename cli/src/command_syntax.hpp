@@ -1,0 +1,57 @@
+// How commands are typed: what their options are, what they need, and what their help says.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "command_line.hpp"
+
+namespace vornixpath {
+
+/// The arguments of a command that are no options. CLI11 takes a positional apart at commas and reads on after "--", so
+/// they are collected here instead.
+class Positionals {
+ public:
+  /// Throws UsageError for an option that `command` does not have.
+  Positionals(const CLI::App& command, const std::vector<std::string>& afterDoubleDash);
+
+  /// Throw UsageError, calling what is missing by `name`.
+  [[nodiscard]] std::vector<std::string> AtLeastOne(const std::string& name) const;
+  [[nodiscard]] std::string ExactlyOne(const std::string& name) const;
+
+ private:
+  std::vector<std::string> texts_;
+};
+
+/// A command of the command line. Once that is parsed, `complete` gives what it asks for, or throws UsageError.
+struct CommandSyntax {
+  const CLI::App* parser;
+  std::function<Command(const Positionals&)> complete;
+};
+
+// query_syntax.cpp
+CommandSyntax AddWhich(CLI::App& app);
+CommandSyntax AddWhy(CLI::App& app);
+CommandSyntax AddMatch(CLI::App& app);
+
+// text_syntax.cpp
+CommandSyntax AddSplit(CLI::App& app);
+CommandSyntax AddIri(CLI::App& app);
+
+// What they are made of.
+
+/// A command whose usage line shows `positionals`.
+CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& positionals,
+                     const std::string& description);
+void AddNulFlag(CLI::App& command, OutputForm& form);
+void AddJsonFlag(CLI::App& command, bool& json);
+
+/// Throws UsageError when there are.
+void RefuseTwoForms(bool json, OutputForm form);
+
+/// `bytes` as people are shown them.
+[[nodiscard]] std::string Displayed(const std::string& bytes);
+
+}  // namespace vornixpath

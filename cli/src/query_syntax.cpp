@@ -1,0 +1,131 @@
+// The commands that ask about a path.
+
+#include "command_syntax.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+void AddPathOptions(CLI::App& command, PathOptions& path) {
+  command
+      .add_option("--path", path.text,
+                  "The folders to search, separated by ':' or ';';\n"
+                  "relative ones are taken against the current folder.\n"
+                  "Without it, the variable VORNIX_PATH")
+      ->type_name("FOLDERS");
+  command
+      .add_option("--path-file", path.file,
+                  "A file that names the folders, one a line: absolute,\n"
+                  "relative to that file, or an identifier")
+      ->type_name("FILE");
+}
+
+void AddFromOption(CLI::App& command, std::optional<std::string>& from) {
+  command
+      .add_option("--from", from,
+                  "Ask as code in FOLDER would: its private folder\n"
+                  "comes first")
+      ->type_name("FOLDER");
+}
+
+void AddExtensionOption(CLI::App& command, std::string& extensions) {
+  command
+      .add_option("--ext", extensions,
+                  "The extensions to try, in order, separated by commas;\n"
+                  "'' for none. An extension in NAME wins")
+      ->type_name(".A,.B")
+      ->capture_default_str();
+}
+
+void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict) {
+  command.add_flag("--strict", strict, "End with 3 when a folder could not be read");
+}
+
+void RefuseTwoPaths(const PathOptions& path) {
+  if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
+}
+
+WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
+  options.names = positionals.AtLeastOne("NAME");
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
+  for (const std::string& name : options.names) {
+    if (name.empty()) throw UsageError("a NAME is empty");
+  }
+  return options;
+}
+
+WhyOptions Completed(WhyOptions options, const Positionals& positionals) {
+  options.name = positionals.ExactlyOne("NAME");
+  RefuseTwoPaths(options.path);
+  if (options.name.empty()) throw UsageError("NAME is empty");
+  return options;
+}
+
+MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
+  options.partial = positionals.ExactlyOne("PARTIAL");
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
+  if (options.partial.empty()) throw UsageError("PARTIAL is empty");
+  return options;
+}
+
+}  // namespace
+
+CommandSyntax AddWhich(CLI::App& app) {
+  const auto options = std::make_shared<WhichOptions>();
+  CLI::App& command = AddCommand(app, "which", "NAME...", "Tell which file each NAME means on the path");
+  AddPathOptions(command, options->path);
+  AddFromOption(command, options->from);
+  AddExtensionOption(command, options->extensions);
+  command.add_flag("--all", options->all, "List the winner and everything it hides");
+  command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
+  AddUnreadableIsFailureFlag(command, options->strict);
+  AddJsonFlag(command, options->json);
+  AddNulFlag(command, options->form);
+  command.footer(
+      "NAME is a plain name (greet), one with its extension (greet.vnx), or a partial pathname (pkg/greet).\n"
+      "Exit status: 0 all found, 1 one was not, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
+      "  vornixpath which greet --path ~/toolbox:~/more\n"
+      "  vornixpath which stdio --ext .h --path /usr/include");
+  return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
+}
+
+CommandSyntax AddWhy(CLI::App& app) {
+  const auto options = std::make_shared<WhyOptions>();
+  CLI::App& command = AddCommand(app, "why", "NAME", "Tell step by step why NAME means the file it means");
+  AddPathOptions(command, options->path);
+  AddFromOption(command, options->from);
+  AddExtensionOption(command, options->extensions);
+  command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
+  AddUnreadableIsFailureFlag(command, options->strict);
+  AddJsonFlag(command, options->json);
+  command.footer(
+      "The answer is that of 'vornixpath which NAME'. Folders are numbered as they stand on the path, from 1.\n"
+      "When NAME means nothing, plain subfolders of the path's folders are looked into, too.\n"
+      "Exit status: 0 found, 1 not found, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
+      "  vornixpath why greet --path ~/toolbox:~/more");
+  return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
+}
+
+CommandSyntax AddMatch(CLI::App& app) {
+  const auto options = std::make_shared<MatchOptions>();
+  CLI::App& command =
+      AddCommand(app, "match", "PARTIAL", "List the folders of the path that a partial pathname matches");
+  AddPathOptions(command, options->path);
+  command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to folder names");
+  command.add_flag("--strict", options->strict,
+                   "Let no mark '+' and no enclosing special folder be\n"
+                   "left out, and letter case count in packages, classes\n"
+                   "and the private folder, also under --ignore-case");
+  AddJsonFlag(command, options->json);
+  AddNulFlag(command, options->form);
+  command.footer(
+      "PARTIAL is made of folder names: pkg/Cls matches +pkg/@Cls. One that begins with '/' is a whole path.\n"
+      "Exit status: 0 something matches, 1 nothing does, 2 wrong usage, 4 could not work.\n\n"
+      "  vornixpath match geometry/Point --path ~/toolbox");
+  return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
+}
+
+}  // namespace vornixpath
