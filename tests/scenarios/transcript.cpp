@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -82,8 +83,10 @@ void MakeTree(const std::vector<std::string>& tree, const fs::path& root) {
 
 std::string RunCommand(const std::string& command, const fs::path& root) {
   const fs::path work = root.parent_path();
+  const fs::path state = work / "state";
   std::ofstream(work / "command") << "cd " << root << "\nPATH=" << PROGRAM_FOLDER << ":$PATH\nTOOLBOX=" << TOOLBOX
-                                  << "\nLC_ALL=C\nexport TOOLBOX LC_ALL\nunset VORNIX_PATH\n"
+                                  << "\nHOME=" << work / "home" << "\nXDG_STATE_HOME=" << state
+                                  << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH\n"
                                   << command << '\n';
   const std::string quoted = '"' + work.string();
   const int status = std::system(  // NOLINT(cert-env33-c,concurrency-mt-unsafe): a shell is what transcripts are about
@@ -93,8 +96,9 @@ std::string RunCommand(const std::string& command, const fs::path& root) {
   std::string printed = Marked(ContentOf(work / "out"), "") + Marked(ContentOf(work / "err"), "! ") + "= " +
                         std::to_string(WEXITSTATUS(status)) + '\n';
   Replace(printed, root.string(), "ROOT");
+  Replace(printed, state.string(), "STATE");
   Replace(printed, TOOLBOX, "TOOLBOX");
-  return printed;
+  return std::regex_replace(printed, std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z"), "TIME");
 }
 
 }  // namespace transcripts

@@ -11,8 +11,9 @@
 //     ! vornixpath: ...          a line of standard error
 //     = 0                        the exit status, which ends the command
 //
-// Commands are run by sh in the tree's root, one after another. In the output, the root's path stands as ROOT and that
-// of the example toolbox as TOOLBOX; commands find the latter in the variable TOOLBOX.
+// Commands are run by sh in the tree's root, one after another, with a HOME and an XDG_STATE_HOME of their own, both
+// missing at first. In the output, the root's path stands as ROOT, that of XDG_STATE_HOME as STATE, and that of the
+// example toolbox as TOOLBOX, which commands find in the variable TOOLBOX; a point in time stands as TIME.
 #pragma once
 
 #include <filesystem>
