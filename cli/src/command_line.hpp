@@ -17,10 +17,12 @@ enum class OutputForm {
   NulTerminated  ///< exact bytes, each result ended by a NUL
 };
 
-/// Where the folders of the path come from. The last resort is the environment variable VORNIX_PATH.
+/// Where the folders of the path come from: at most one of these. Without any, the environment variable VORNIX_PATH, or
+/// else the default session.
 struct PathOptions {
   std::optional<std::string> text;
   std::optional<std::string> file;
+  std::optional<std::string> session;
 };
 
 struct WhichOptions {
@@ -54,6 +56,12 @@ struct MatchOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+struct PathListOptions {
+  PathOptions path;
+  bool json = false;
+  OutputForm form = OutputForm::Lines;
+};
+
 struct SplitOptions {
   std::string text;
   OutputForm form = OutputForm::Lines;
@@ -65,7 +73,7 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, PathListOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -18,7 +18,7 @@ class HelpWithPositionals : public CLI::Formatter {
   explicit HelpWithPositionals(std::string positionals) : positionals_(std::move(positionals)) {}
 
   std::string make_usage(const CLI::App* /*command*/, std::string name) const override {
-    return "Usage: " + name + " " + positionals_ + " [OPTIONS]\n";
+    return "Usage: " + name + (positionals_.empty() ? "" : " " + positionals_) + " [OPTIONS]\n";
   }
 
  private:
@@ -46,6 +46,10 @@ std::string Positionals::ExactlyOne(const std::string& name) const {
   return texts_.front();
 }
 
+void Positionals::RequireNone() const {
+  if (!texts_.empty()) throw UsageError("nothing but options is taken, not \"" + Displayed(texts_.front()) + "\"");
+}
+
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& positionals,
                      const std::string& description) {
   CLI::App* const command = app.add_subcommand(name, description)->group("Commands");
@@ -60,8 +64,21 @@ void AddNulFlag(CLI::App& command, OutputForm& form) {
 
 void AddJsonFlag(CLI::App& command, bool& json) { command.add_flag("--json", json, "Write one JSON document"); }
 
+void AddSessionOption(CLI::App& command, std::optional<std::string>& session) {
+  command
+      .add_option("--session", session,
+                  "The file that keeps the session's path. Without it,\n"
+                  "$XDG_STATE_HOME/vornixpath/path, or\n"
+                  "~/.local/state/vornixpath/path")
+      ->type_name("FILE");
+}
+
 void RefuseTwoForms(bool json, OutputForm form) {
   if (json && form == OutputForm::NulTerminated) throw UsageError("--json and -0 exclude each other");
+}
+
+void RefuseEmptySession(const std::optional<std::string>& session) {
+  if (session && session->empty()) throw UsageError("the FILE of --session is empty");
 }
 
 std::string Displayed(const std::string& bytes) {

@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ class Positionals {
   /// Throw UsageError, calling what is missing by `name`.
   [[nodiscard]] std::vector<std::string> AtLeastOne(const std::string& name) const;
   [[nodiscard]] std::string ExactlyOne(const std::string& name) const;
+  /// Throws UsageError when there is one.
+  void RequireNone() const;
 
  private:
   std::vector<std::string> texts_;
@@ -35,6 +38,7 @@ struct CommandSyntax {
 CommandSyntax AddWhich(CLI::App& app);
 CommandSyntax AddWhy(CLI::App& app);
 CommandSyntax AddMatch(CLI::App& app);
+CommandSyntax AddPath(CLI::App& app);
 
 // text_syntax.cpp
 CommandSyntax AddSplit(CLI::App& app);
@@ -47,9 +51,11 @@ CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& 
                      const std::string& description);
 void AddNulFlag(CLI::App& command, OutputForm& form);
 void AddJsonFlag(CLI::App& command, bool& json);
+void AddSessionOption(CLI::App& command, std::optional<std::string>& session);
 
-/// Throws UsageError when there are.
+/// Throw UsageError.
 void RefuseTwoForms(bool json, OutputForm form);
+void RefuseEmptySession(const std::optional<std::string>& session);
 
 /// `bytes` as people are shown them.
 [[nodiscard]] std::string Displayed(const std::string& bytes);

@@ -11,6 +11,7 @@ namespace vornixpath {
 ExitStatus RunWhich(const WhichOptions& options);
 ExitStatus RunWhy(const WhyOptions& options);
 ExitStatus RunMatch(const MatchOptions& options);
+ExitStatus RunPath(const PathListOptions& options);
 ExitStatus RunSplit(const SplitOptions& options);
 ExitStatus RunIri(const IriOptions& options);
 

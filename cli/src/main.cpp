@@ -2,6 +2,7 @@
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
+#include <ios>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ namespace {
 ExitStatus Run(const WhichOptions& options) { return RunWhich(options); }
 ExitStatus Run(const WhyOptions& options) { return RunWhy(options); }
 ExitStatus Run(const MatchOptions& options) { return RunMatch(options); }
+ExitStatus Run(const PathListOptions& options) { return RunPath(options); }
 ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
 ExitStatus Run(const IriOptions& options) { return RunIri(options); }
 
@@ -48,5 +50,6 @@ ExitStatus RunSafely(const std::vector<std::string>& arguments) {
 }  // namespace vornixpath
 
 int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);  // a hundred thousand lines go out in large pieces
   return static_cast<int>(vornixpath::RunSafely(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc)));
 }

@@ -1,7 +1,6 @@
 #include "path_source.hpp"
 
 #include <array>
-#include <cstdlib>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <foundation/storage/vfs/exception.hpp>
@@ -14,7 +13,9 @@
 #include <stdexcept>
 
 #include "current_folder.hpp"
+#include "location_text.hpp"
 #include "output.hpp"
+#include "session.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
@@ -26,6 +27,7 @@ using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::LocationFromPath;
 using Quorvex::PathEnvironment::LocationFromText;
+using Quorvex::PathEnvironment::SavedPathFile;
 
 // A file that names folders is small; anything larger is something else.
 constexpr std::size_t kLargestPathFile = std::size_t{64} << 20U;
@@ -83,16 +85,32 @@ std::vector<AbsoluteIRI> FoldersFromFile(const std::string& name) {
   }
 }
 
-std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
-  if (options.file) return FoldersFromFile(*options.file);
-  if (options.text) return FoldersFromText(*options.text);
+std::vector<AbsoluteIRI> FoldersFromSession(const std::string& name) {
+  const SavedPathFile session = SessionFile(name);
+  const std::optional<std::string> bytes = session.ReadBytes();
+  if (!bytes) WriteWarning("nothing was saved in " + Quoted(TextOf(session.GetLocation())) + " yet");
+  return session.Understand(bytes).GetFolders();
+}
 
-  const char* const variable = std::getenv("VORNIX_PATH");
-  if (variable != nullptr && *variable != '\0') return FoldersFromText(variable);
-  throw UsageError("there is no path to search: give --path, --path-file, or set VORNIX_PATH");
+// Nothing when nothing was saved there yet.
+std::optional<std::vector<AbsoluteIRI>> FoldersFromDefaultSession() {
+  const std::optional<SavedPathFile> session = DefaultSessionFile();
+  const std::optional<std::string> bytes = session ? session->ReadBytes() : std::nullopt;
+  if (!bytes) return std::nullopt;
+  return session->Understand(bytes).GetFolders();
 }
 
 }  // namespace
+
+std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
+  if (options.file) return FoldersFromFile(*options.file);
+  if (options.text) return FoldersFromText(*options.text);
+  if (options.session) return FoldersFromSession(*options.session);
+  if (const auto variable = PathVariable()) return FoldersFromText(*variable);
+  if (auto folders = FoldersFromDefaultSession()) return *std::move(folders);
+  throw UsageError(
+      "there is no path to search: give --path, --path-file, or set VORNIX_PATH, or 'vornixpath add FOLDER'");
+}
 
 std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> LoadPath(const PathOptions& options) {
   const Quorvex::PathEnvironment::FolderEntryFactory entries(VornixStorageSystem::GetStorageSystemReference());

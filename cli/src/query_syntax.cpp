@@ -12,13 +12,15 @@ void AddPathOptions(CLI::App& command, PathOptions& path) {
       .add_option("--path", path.text,
                   "The folders to search, separated by ':' or ';';\n"
                   "relative ones are taken against the current folder.\n"
-                  "Without it, the variable VORNIX_PATH")
+                  "Without any of these three, the variable VORNIX_PATH,\n"
+                  "or else the usual session")
       ->type_name("FOLDERS");
   command
       .add_option("--path-file", path.file,
                   "A file that names the folders, one a line: absolute,\n"
                   "relative to that file, or an identifier")
       ->type_name("FILE");
+  AddSessionOption(command, path.session);
 }
 
 void AddFromOption(CLI::App& command, std::optional<std::string>& from) {
@@ -44,6 +46,9 @@ void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict) {
 
 void RefuseTwoPaths(const PathOptions& path) {
   if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
+  if (path.session && path.text) throw UsageError("--session and --path exclude each other");
+  if (path.session && path.file) throw UsageError("--session and --path-file exclude each other");
+  RefuseEmptySession(path.session);
 }
 
 WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
@@ -68,6 +73,13 @@ MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
   RefuseTwoPaths(options.path);
   RefuseTwoForms(options.json, options.form);
   if (options.partial.empty()) throw UsageError("PARTIAL is empty");
+  return options;
+}
+
+PathListOptions Completed(PathListOptions options, const Positionals& positionals) {
+  positionals.RequireNone();
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
   return options;
 }
 
@@ -125,6 +137,20 @@ CommandSyntax AddMatch(CLI::App& app) {
       "PARTIAL is made of folder names: pkg/Cls matches +pkg/@Cls. One that begins with '/' is a whole path.\n"
       "Exit status: 0 something matches, 1 nothing does, 2 wrong usage, 4 could not work.\n\n"
       "  vornixpath match geometry/Point --path ~/toolbox");
+  return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
+}
+
+CommandSyntax AddPath(CLI::App& app) {
+  const auto options = std::make_shared<PathListOptions>();
+  CLI::App& command = AddCommand(app, "path", "", "List the folders of the path and what became of them");
+  AddPathOptions(command, options->path);
+  AddJsonFlag(command, options->json);
+  AddNulFlag(command, options->form);
+  command.footer(
+      "A folder is present, missing, unreadable, or repeated: it stands further up already. -0 leaves that out.\n"
+      "Exit status: 0 listed, 2 wrong usage, 4 could not work.\n\n"
+      "  vornixpath path\n"
+      "  vornixpath path --session ~/project.path");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
 }
 
