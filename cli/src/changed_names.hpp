@@ -1,0 +1,30 @@
+#pragma once
+
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <optional>
+#include <search_path_environment/folder_path.hpp>
+#include <string>
+#include <vector>
+
+#include "folder_changes.hpp"
+
+namespace vornixpath {
+
+/// A name that means another file, or none, once the path has changed.
+struct ChangedName {
+  std::u16string name;
+  std::optional<foundation::storage::vfs::AbsoluteIRI> before;
+  std::optional<foundation::storage::vfs::AbsoluteIRI> after;
+};
+
+/// What `changes`, which lead from the path `before` to the path `after`, do to the names of `.vnx` files: plain ones,
+/// those of classes, and in packages `pkg/name` and `pkg/Cls/Cls`. Sorted by name. Looks up every name in the folders
+/// changed, twice.
+[[nodiscard]] std::vector<ChangedName> ChangedNames(const Quorvex::PathEnvironment::FolderPath& before,
+                                                    const Quorvex::PathEnvironment::FolderPath& after,
+                                                    const std::vector<FolderChange>& changes);
+
+/// `greet: /old/greet.vnx -> nothing`, safe for a terminal.
+[[nodiscard]] std::string InWords(const ChangedName& change);
+
+}  // namespace vornixpath
