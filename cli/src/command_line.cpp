@@ -28,13 +28,13 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   const std::vector<std::string> verbatim(doubleDash == arguments.end() ? doubleDash : std::next(doubleDash),
                                           arguments.end());
 
-  CLI::App app("Tells which file a name means on a search path, and why.", "vornixpath");
+  CLI::App app("Tells which file a name means on a search path, and why; keeps such a path.", "vornixpath");
   app.set_version_flag("--version", "vornixpath " VORNIXPATH_VERSION);
   app.require_subcommand(1);
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
   app.footer("'vornixpath COMMAND --help' tells more. What follows '--' is never taken as an option.");
-  const std::vector<CommandSyntax> commands = {AddWhich(app), AddWhy(app),   AddMatch(app),
-                                               AddPath(app),  AddSplit(app), AddIri(app)};
+  const std::vector<CommandSyntax> commands = {AddWhich(app),  AddWhy(app),  AddMatch(app), AddPath(app),  AddAdd(app),
+                                               AddRemove(app), AddUndo(app), AddLog(app),   AddSplit(app), AddIri(app)};
 
   RequireCommand(app, options);
   try {

@@ -62,6 +62,31 @@ struct PathListOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+/// A change of the session's path, in the default place unless `session` names its file.
+struct EditOptions {
+  std::vector<std::string> folders;
+  std::optional<std::string> session;
+  bool isDryRun = false;
+};
+
+struct AddOptions {
+  EditOptions edit;
+  bool atEnd = false;
+};
+
+struct RemoveOptions {
+  EditOptions edit;
+};
+
+struct UndoOptions {
+  std::optional<std::string> session;
+};
+
+struct LogOptions {
+  std::optional<std::string> session;
+  bool json = false;
+};
+
 struct SplitOptions {
   std::string text;
   OutputForm form = OutputForm::Lines;
@@ -73,7 +98,8 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, PathListOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, PathListOptions, AddOptions, RemoveOptions,
+                             UndoOptions, LogOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -40,6 +40,12 @@ CommandSyntax AddWhy(CLI::App& app);
 CommandSyntax AddMatch(CLI::App& app);
 CommandSyntax AddPath(CLI::App& app);
 
+// editing_syntax.cpp
+CommandSyntax AddAdd(CLI::App& app);
+CommandSyntax AddRemove(CLI::App& app);
+CommandSyntax AddUndo(CLI::App& app);
+CommandSyntax AddLog(CLI::App& app);
+
 // text_syntax.cpp
 CommandSyntax AddSplit(CLI::App& app);
 CommandSyntax AddIri(CLI::App& app);

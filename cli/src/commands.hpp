@@ -12,6 +12,10 @@ ExitStatus RunWhich(const WhichOptions& options);
 ExitStatus RunWhy(const WhyOptions& options);
 ExitStatus RunMatch(const MatchOptions& options);
 ExitStatus RunPath(const PathListOptions& options);
+ExitStatus RunAdd(const AddOptions& options);
+ExitStatus RunRemove(const RemoveOptions& options);
+ExitStatus RunUndo(const UndoOptions& options);
+ExitStatus RunLog(const LogOptions& options);
 ExitStatus RunSplit(const SplitOptions& options);
 ExitStatus RunIri(const IriOptions& options);
 

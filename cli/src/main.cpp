@@ -18,6 +18,10 @@ ExitStatus Run(const WhichOptions& options) { return RunWhich(options); }
 ExitStatus Run(const WhyOptions& options) { return RunWhy(options); }
 ExitStatus Run(const MatchOptions& options) { return RunMatch(options); }
 ExitStatus Run(const PathListOptions& options) { return RunPath(options); }
+ExitStatus Run(const AddOptions& options) { return RunAdd(options); }
+ExitStatus Run(const RemoveOptions& options) { return RunRemove(options); }
+ExitStatus Run(const UndoOptions& options) { return RunUndo(options); }
+ExitStatus Run(const LogOptions& options) { return RunLog(options); }
 ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
 ExitStatus Run(const IriOptions& options) { return RunIri(options); }
 
