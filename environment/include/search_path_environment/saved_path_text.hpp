@@ -16,6 +16,7 @@
 #include <search_path_environment/export.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Quorvex::PathEnvironment {
@@ -33,7 +34,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathText {
   [[nodiscard]] static SavedPathText Parse(std::string_view bytes);
 
   /// In path order; a folder may stand there more than once.
-  [[nodiscard]] const Folders& GetFolders() const noexcept { return folders_; }
+  [[nodiscard]] const Folders& GetFolders() const& noexcept { return folders_; }
+  [[nodiscard]] Folders GetFolders() && noexcept { return std::move(folders_); }
 
   /// The same text for other folders. The comments of a folder that is no longer there are left out.
   [[nodiscard]] SavedPathText WithFolders(Folders folders) const;
