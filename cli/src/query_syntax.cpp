@@ -12,8 +12,8 @@ void AddPathOptions(CLI::App& command, PathOptions& path) {
       .add_option("--path", path.text,
                   "The folders to search, separated by ':' or ';';\n"
                   "relative ones are taken against the current folder.\n"
-                  "Without any of these three, the variable VORNIX_PATH,\n"
-                  "or else the usual session")
+                  "Without it, --path-file or --session, the variable\n"
+                  "VORNIX_PATH, or else the usual session's path")
       ->type_name("FOLDERS");
   command
       .add_option("--path-file", path.file,
@@ -142,7 +142,7 @@ CommandSyntax AddMatch(CLI::App& app) {
 
 CommandSyntax AddPath(CLI::App& app) {
   const auto options = std::make_shared<PathListOptions>();
-  CLI::App& command = AddCommand(app, "path", "", "List the folders of the path and what became of them");
+  CLI::App& command = AddCommand(app, "path", "", "List the folders of the path, and which are there");
   AddPathOptions(command, options->path);
   AddJsonFlag(command, options->json);
   AddNulFlag(command, options->form);
