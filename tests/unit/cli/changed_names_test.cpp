@@ -14,7 +14,8 @@ using testing::IsEmpty;
 
 std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersOf(const FolderPath& path) {
   std::vector<foundation::storage::vfs::AbsoluteIRI> folders;
-  for (const auto& entry : *path.GetMainEntries()) folders.push_back(entry->GetAbsoluteIRI());
+  const auto entries = path.GetMainEntries();
+  for (const auto& entry : *entries) folders.push_back(entry->GetAbsoluteIRI());
   return folders;
 }
 
