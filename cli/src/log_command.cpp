@@ -33,6 +33,10 @@ std::vector<LoggedEdit> EditsOf(const SavedPathFile& session) {
   std::vector<PathVersion> versions = session.GetVersions();
   std::vector<LoggedEdit> edits;
   for (auto version = versions.rbegin(); version != versions.rend(); ++version) {
+    if (version->damage) {
+      edits.push_back({std::move(*version), {}});
+      continue;
+    }
     auto changes = ChangesBetween(version->before.GetFolders(), after.GetFolders());
     after = version->before;
     edits.push_back({std::move(*version), std::move(changes)});
@@ -43,6 +47,10 @@ std::vector<LoggedEdit> EditsOf(const SavedPathFile& session) {
 void WriteAsLines(const std::vector<LoggedEdit>& edits) {
   for (const LoggedEdit& edit : edits) {
     const PathVersion& version = edit.version;
+    if (version.damage) {
+      WriteWarning(version.damage->what());
+      continue;
+    }
     std::string line = std::to_string(version.number) + "  " + Quorvex::PathEnvironment::ToText(version.time) + "  " +
                        NameOf(version.kind);
     if (version.kind == EditKind::Undo) line += " of " + std::to_string(version.undone);
@@ -52,6 +60,7 @@ void WriteAsLines(const std::vector<LoggedEdit>& edits) {
 }
 
 json::object EditToJson(const LoggedEdit& edit) {
+  if (edit.version.damage) return {{"number", edit.version.number}, {"damage", edit.version.damage->what()}};
   json::array changes;
   for (const FolderChange& change : edit.changes) {
     json::object object = ToJson(change.folder);

@@ -8,28 +8,9 @@
 
 namespace vornixpath {
 
-namespace {
-
-using Quorvex::PathEnvironment::MainSearchPathManager;
-using Quorvex::PathEnvironment::PathVersion;
-using Quorvex::PathEnvironment::SavedPathFile;
-
-// What was taken back. Within one edit, so that nobody else's comes between the look at it and its end.
-std::optional<PathVersion> TakeBackLastEdit(const SavedPathFile& session) {
-  MainSearchPathManager manager(session);
-  std::optional<PathVersion> takenBack;
-  manager.Edit([&] {
-    const std::vector<PathVersion> versions = session.GetVersions();
-    const PathVersion* const last = SavedPathFile::VersionToUndo(versions);
-    if (last != nullptr && manager.Undo()) takenBack = *last;
-  });
-  return takenBack;
-}
-
-}  // namespace
-
 ExitStatus RunUndo(const UndoOptions& options) {
-  const std::optional<PathVersion> takenBack = TakeBackLastEdit(SessionFile(options.session));
+  Quorvex::PathEnvironment::MainSearchPathManager manager(SessionFile(options.session));
+  const auto takenBack = manager.Undo();
   if (!takenBack) {
     WriteMessage("there is no edit to take back");
     return ExitStatus::No;

@@ -5,9 +5,11 @@
 #include <boost/signals2/signal.hpp>
 #include <exception>
 #include <foundation/log/diagnostic_logger.hpp>
+#include <limits>
 #include <mutex>
 #include <search_path_environment/main_search_path_manager.hpp>
 #include <search_path_utilities/path_editing.hpp>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -18,6 +20,7 @@ namespace Quorvex::PathEnvironment {
 
 using foundation::core::ScopedRelease;
 using foundation::core::except::Notification;
+using foundation::storage::vfs::AbsoluteIRI;
 using PathManagement::RecursivePathChangeException;
 
 namespace {
@@ -37,40 +40,38 @@ class Scoped {
 
 }  // namespace
 
-PathChangedException::PathChangedException()
-    : std::runtime_error("the search path has changed since it was read: read it again, and edit what it is now") {}
-
-PathChangedException::~PathChangedException() = default;
-
 class MainSearchPathManager::Session {
  public:
   Session(SavedPathFile file, std::chrono::milliseconds lockTimeout)
       : file_(std::move(file)), lockTimeout_(lockTimeout), published_(Read()) {}
 
   void Edit(const std::function<void()>& edit) {
-    if (editor_.load() == std::this_thread::get_id()) return edit();
+    if (IsEditing()) return EditWithin(edit);
     Transact([&] {
       const Scoped<std::thread::id> editing(editor_, std::this_thread::get_id());
       edit();
     });
   }
 
-  bool Undo() {
-    bool isUndone = false;
-    Edit([&] {
-      const std::vector<PathVersion> versions = file_.GetVersions();
-      const PathVersion* const version = SavedPathFile::VersionToUndo(versions);
+  std::optional<PathVersion> Undo() {
+    if (IsEditing()) throw std::logic_error("an edit cannot be undone within another one");
+    std::optional<PathVersion> undone;
+    Transact([&] {
+      const std::vector<PathVersion> versions = locked_->GetVersions();
+      const PathVersion* const version = SavedPathFile::VersionToUndo(versions, *Published().folders);
       if (version == nullptr) return;
-      Install(std::make_shared<const Folders>(version->before.GetFolders()), EditKind::Undo, version->number);
-      isUndone = true;
+      if (version->damage) throw SavedPathError(*version->damage);
+      pending_ = Pending{version->before, EditKind::Undo, version->number};
+      undone = *version;
     });
-    return isUndone;
+    return undone;
   }
 
   void Refresh() {
+    if (IsEditing()) return;
     const auto lock = Editing();
     const State before = Published();
-    TakeOver();
+    TakeOver(file_);
     Announce(before);
   }
 
@@ -89,16 +90,23 @@ class MainSearchPathManager::Session {
   }
 
   void Set(const FolderRange& folders, EditKind kind) {
-    const bool isWithinEdit = editor_.load() == std::this_thread::get_id();
+    const bool isWithinEdit = IsEditing();
     const std::uint64_t seen = seen_.OfThisThread();
     Edit([&] {
       if (!isWithinEdit && Published().revision != seen) throw PathChangedException();
-      Install(std::make_shared<const Folders>(folders.begin(), folders.end()), kind, 0);
+      Folders list;
+      for (const AbsoluteIRI& folder : folders) list.push_back(folder);
+      pending_ = Pending{Published().text->WithFolders(std::move(list)), kind, 0};
+      isPendingTold_ = false;
     });
   }
 
   FoldersPtr GetFolders() {
-    if (editor_.load() == std::this_thread::get_id() && pending_) return pending_->folders;
+    if (IsEditing() && pending_) {
+      isPendingTold_ = true;
+      seen_.Note(kNeverPublished);
+      return std::make_shared<const Folders>(pending_->text.GetFolders());
+    }
     const State state = Published();
     seen_.Note(state.revision);
     return state.folders;
@@ -113,10 +121,24 @@ class MainSearchPathManager::Session {
     std::uint64_t revision = 0;
   };
   struct Pending {
-    FoldersPtr folders;
+    SavedPathText text;
     EditKind kind;
     std::uint64_t undone;
   };
+  static constexpr std::uint64_t kNeverPublished = std::numeric_limits<std::uint64_t>::max();
+
+  bool IsEditing() const { return editor_.load() == std::this_thread::get_id(); }
+
+  void EditWithin(const std::function<void()>& edit) {
+    auto before = pending_;
+    try {
+      edit();
+    } catch (...) {
+      pending_ = std::move(before);
+      isPendingTold_ = false;
+      throw;
+    }
+  }
 
   // Waits for other threads' edits; refuses one that is begun by a listener on the thread that announces.
   std::unique_lock<std::mutex> Editing() {
@@ -127,11 +149,16 @@ class MainSearchPathManager::Session {
   void Transact(const std::function<void()>& edit) {
     const auto lock = Editing();
     const State before = Published();
-    const ScopedRelease dropPending([this] { pending_.reset(); });
+    isPendingTold_ = false;
+    const ScopedRelease dropPending([this] {
+      pending_.reset();
+      locked_.reset();
+    });
     std::exception_ptr failure;
     try {
-      const auto processLock = file_.Lock(lockTimeout_);
-      TakeOver();
+      locked_ = file_.WithLinksFollowed();
+      const auto processLock = locked_->Lock(lockTimeout_);
+      TakeOver(*locked_);
       edit();
       Save();
     } catch (...) {
@@ -141,23 +168,21 @@ class MainSearchPathManager::Session {
     if (failure) std::rethrow_exception(failure);
   }
 
-  void TakeOver() {
-    auto bytes = file_.ReadBytes();
+  void TakeOver(const SavedPathFile& file) {
+    auto bytes = file.ReadBytes();
     if (bytes == *Published().bytes) return;
     Publish(Understood(std::move(bytes)));
   }
 
-  void Install(FoldersPtr folders, EditKind kind, std::uint64_t undone) {
-    pending_ = Pending{std::move(folders), kind, undone};
-  }
-
   void Save() {
     const State old = Published();
-    if (!pending_ || *pending_->folders == *old.folders) return;
+    if (!pending_ || pending_->text.GetFolders() == *old.folders) return;
 
-    const SavedPathText text = old.text->WithFolders(*pending_->folders);
-    file_.Replace(*old.bytes, text, pending_->kind, pending_->undone);
-    Publish(StateOf(text.ToBytes(), text));
+    std::string bytes = pending_->text.ToBytes();
+    const State saved = StateOf(std::move(bytes), std::move(pending_->text));
+    locked_->Replace(*old.bytes, saved.bytes->value(), pending_->kind, pending_->undone);
+    Publish(saved);
+    if (isPendingTold_) seen_.Note(Published().revision);
   }
 
   State Read() const { return Understood(file_.ReadBytes()); }
@@ -179,7 +204,8 @@ class MainSearchPathManager::Session {
   }
   void Publish(State state) {
     const std::scoped_lock lock(publishing_);
-    state.revision = published_.revision + 1;
+    const bool isOther = *state.folders != *published_.folders;
+    state.revision = published_.revision + (isOther ? 1 : 0);
     published_ = std::move(state);
   }
 
@@ -191,10 +217,11 @@ class MainSearchPathManager::Session {
   }
 
   // The change is made; a sink that fails as well cannot take that back.
-  void Log(const std::string& failure) const noexcept {
+  void Log(const char* failure) const noexcept {
     try {
-      log_.Write(foundation::log::Level::Error, "a listener failed on a change of the search path: " + failure);
-    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): see above
+      log_.Write(foundation::log::Level::Error,
+                 "a listener failed on a change of the search path: " + std::string(failure));
+    } catch (...) {  // NOLINT(bugprone-empty-catch): see above
     }
   }
 
@@ -204,7 +231,9 @@ class MainSearchPathManager::Session {
   std::mutex editing_;
   std::atomic<std::thread::id> editor_;     // the thread within an edit, if any
   std::atomic<std::thread::id> announcer_;  // the thread within an announcement, if any
-  std::optional<Pending> pending_;          // of the edit under way
+  std::optional<SavedPathFile> locked_;     // the file that the edit under way holds
+  std::optional<Pending> pending_;          // what it is to install
+  bool isPendingTold_ = false;              // whether that is what this thread was last told
   boost::signals2::signal<void(const Change&)> announcement_;
 
   mutable std::mutex publishing_;
@@ -221,7 +250,7 @@ MainSearchPathManager::~MainSearchPathManager() = default;
 
 void MainSearchPathManager::Edit(const std::function<void()>& edit) { session_->Edit(edit); }
 
-bool MainSearchPathManager::Undo() { return session_->Undo(); }
+std::optional<PathVersion> MainSearchPathManager::Undo() { return session_->Undo(); }
 
 void MainSearchPathManager::Refresh() { session_->Refresh(); }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <foundation/storage/vfs/storage_provider.hpp>
+#include <optional>
 #include <search_path_environment/saved_path_file.hpp>
 #include <string_view>
 
@@ -37,7 +38,7 @@ class PathVersions {
 
   [[nodiscard]] std::vector<File> List() const;
   [[nodiscard]] std::vector<File> ListWithoutAborted(std::string_view current) const;
-  [[nodiscard]] PathVersion ReadVersion(const File& file) const;
+  [[nodiscard]] std::optional<PathVersion> ReadVersion(const File& file) const;
 
   const IStorageProvider& storage_;
   AbsoluteIRI folder_;

@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
 #include <foundation/storage/vfs/exception.hpp>
+#include <search_path_environment/path_changed_exception.hpp>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/saved_path_file.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <utility>
 
+#include "folder_making.hpp"
 #include "path_versions.hpp"
 #include "whole_file.hpp"
 
@@ -22,34 +24,44 @@ namespace {
 // Far more than any list of folders.
 constexpr std::size_t kLargestFile = std::size_t{1} << 30U;
 
-// The file itself and what stands beside it, links followed: every name of the file leads to the same lock, and a link
-// to it stays a link.
+// The file itself and what stands beside it.
 class Places {
  public:
-  Places(const IStorageProvider& storage, const AbsoluteIRI& file) : file_(storage.CanonicalLocation(file)) {}
+  explicit Places(const AbsoluteIRI& file) : file_(file) {}
 
   [[nodiscard]] const AbsoluteIRI& File() const { return file_; }
   [[nodiscard]] AbsoluteIRI Folder() const { return file_.getParent(); }
-  [[nodiscard]] AbsoluteIRI Beside(std::u16string_view suffix) const {
-    return Folder().getChild(file_.getName().append(suffix));
-  }
   [[nodiscard]] AbsoluteIRI Lock() const { return Beside(u".lock"); }
   [[nodiscard]] AbsoluteIRI Draft() const { return Beside(u".draft"); }
   [[nodiscard]] AbsoluteIRI Versions() const { return Beside(u".versions"); }
 
  private:
+  [[nodiscard]] AbsoluteIRI Beside(std::u16string_view suffix) const {
+    return Folder().getChild(file_.getName().append(suffix));
+  }
+
   AbsoluteIRI file_;
 };
 
-void CreateWithParents(const IStorageProvider& storage, const AbsoluteIRI& folder) {
+bool IsThere(const IStorageProvider& storage, const AbsoluteIRI& location) {
   try {
-    storage.CreateFolder(folder);
+    static_cast<void>(storage.Stat(location));
+    return true;
   } catch (const Exception& failure) {
-    if (failure.GetError() == std::errc::file_exists) return;
-    if (failure.GetError() != std::errc::no_such_file_or_directory || folder.getParent() == folder) throw;
-    CreateWithParents(storage, folder.getParent());
-    storage.CreateFolder(folder);
+    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+    return false;
   }
+}
+
+// Replacing such a link would not reach what it is meant to lead to.
+void RefuseLinkToNowhere(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  if (IsThere(storage, file) || !IsThere(storage, file.getParent())) return;
+  const auto listing = storage.List(file.getParent());
+  const bool isListed = std::any_of(listing.entries.begin(), listing.entries.end(),
+                                    [&](const auto& entry) { return entry.name == file.getName(); });
+  if (!isListed) return;
+  throw Exception("edit", file, std::make_error_code(std::errc::no_such_file_or_directory),
+                  "it is a link that leads nowhere; make the file that it should lead to, or remove the link");
 }
 
 // Whether it worked. Best effort: whatever fails here, the failure that led here is the one to be told.
@@ -77,14 +89,19 @@ void Install(const IStorageProvider& storage, const Places& places, std::string_
   }
 }
 
-// Makes sure that what was installed in the place of `old` stays, or puts `old` back.
-void Settle(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old) {
+// Makes sure that what was installed in the place of `old` stays, or puts `old` back and calls `afterwards`.
+template <class Afterwards>
+void Settle(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old,
+            const Afterwards& afterwards) {
   try {
     storage.FlushFolder(places.Folder());
   } catch (const Exception& failure) {
-    if (Attempt([&] { PutBack(storage, places, old); })) throw;
-    throw Exception("make durable", places.File(), failure.GetError(),
-                    failure.GetError().message() + "; the edit could not be taken back, so it stands");
+    if (!Attempt([&] { PutBack(storage, places, old); })) {
+      throw Exception("make durable", places.File(), failure.GetError(),
+                      failure.GetError().message() + "; the edit could not be taken back, so it stands");
+    }
+    Attempt(afterwards);
+    throw;
   }
 }
 
@@ -108,45 +125,60 @@ SavedPathText SavedPathFile::Understand(const std::optional<std::string>& bytes)
   }
 }
 
+SavedPathFile SavedPathFile::WithLinksFollowed() const {
+  const auto storage = storage_.ProviderFor(file_);
+  RefuseLinkToNowhere(*storage, file_);
+  return {storage->CanonicalLocation(file_), storage_};
+}
+
 std::unique_ptr<IFileLock> SavedPathFile::Lock(std::chrono::milliseconds timeout) const {
   const auto storage = storage_.ProviderFor(file_);
-  const Places places(*storage, file_);
-  CreateWithParents(*storage, places.Folder());
+  const Places places(file_);
+  MakeFolderWithParents(*storage, places.Folder());
   return storage->Lock(places.Lock(), timeout);
 }
 
-void SavedPathFile::Replace(const std::optional<std::string>& old, const SavedPathText& path, EditKind kind,
+void SavedPathFile::Replace(const std::optional<std::string>& old, const std::string& bytes, EditKind kind,
                             std::uint64_t undone) const {
-  const std::string bytes = path.ToBytes();
   if (old == bytes) return;
 
   const auto storage = storage_.ProviderFor(file_);
-  const Places places(*storage, file_);
+  const Places places(file_);
   const AbsoluteIRI version =
       PathVersions(*storage, places.Versions()).Keep(old ? std::string_view(*old) : std::string_view(), {kind, undone});
+  const auto dropVersion = [&] { RemoveIfThere(*storage, version); };
   try {
+    if (ReadBytes() != old) throw PathChangedException();
     Install(*storage, places, bytes);
-    Settle(*storage, places, old);
   } catch (...) {
-    Attempt([&] { RemoveIfThere(*storage, version); });
+    Attempt(dropVersion);
     throw;
   }
+  Settle(*storage, places, old, dropVersion);
 }
 
 std::vector<PathVersion> SavedPathFile::GetVersions() const {
   const auto storage = storage_.ProviderFor(file_);
-  return PathVersions(*storage, Places(*storage, file_).Versions()).Read(ReadBytes().value_or(""));
+  return PathVersions(*storage, Places(storage->CanonicalLocation(file_)).Versions()).Read(ReadBytes().value_or(""));
 }
 
-const PathVersion* SavedPathFile::VersionToUndo(const std::vector<PathVersion>& versions) {
+const PathVersion* SavedPathFile::VersionToUndo(const std::vector<PathVersion>& versions,
+                                                const SavedPathText::Folders& current) {
   std::vector<const PathVersion*> standing;
   for (const PathVersion& version : versions) {
-    if (version.kind != EditKind::Undo) {
+    if (version.damage || version.kind != EditKind::Undo) {
       standing.push_back(&version);
-    } else if (!standing.empty() && standing.back()->number == version.undone) {
-      standing.pop_back();
+      continue;
     }
+    // With the edit that was undone went those after it, which had no effect any more.
+    const auto undone = std::find_if(standing.begin(), standing.end(),
+                                     [&](const PathVersion* edit) { return edit->number == version.undone; });
+    standing.erase(undone, standing.end());
   }
+  const auto hasNoEffect = [&](const PathVersion* edit) {
+    return !edit->damage && edit->before.GetFolders() == current;
+  };
+  while (!standing.empty() && hasNoEffect(standing.back())) standing.pop_back();
   return standing.empty() ? nullptr : standing.back();
 }
 

@@ -20,15 +20,19 @@ constexpr std::string_view kExplanation =
     "# One folder a line, the first one before the others. Lines that begin with '#' are comments.";
 constexpr std::u16string_view kFilePrefix = u"file://";
 
-// An absolute path that is the rest of its identifier, character for character.
-bool IsPlainPath(std::string_view line) {
-  if (line.size() < 2 || line.front() != '/' || line.back() == '/') return false;
-  if (line.find("//") != std::string_view::npos || line.find("/.") != std::string_view::npos) return false;
-  const auto isPlain = [](char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
-           byte == '/' || byte == '_' || byte == '-' || byte == '.' || byte == '+' || byte == '@';
-  };
-  return std::all_of(line.begin(), line.end(), isPlain);
+// An absolute path that is the rest of its identifier, character for character: most are, and need no more than a copy.
+template <class Text>
+bool IsPlainPath(const Text& path) {
+  auto previous = typename Text::value_type('/');
+  for (std::size_t i = 1; i < path.size(); ++i) {
+    const auto unit = path[i];
+    const bool isPlain = (unit >= 'a' && unit <= 'z') || (unit >= '0' && unit <= '9') || (unit >= 'A' && unit <= 'Z') ||
+                         unit == '_' || unit == '-' || unit == '+' || unit == '@';
+    const bool isFine = isPlain || ((unit == '/' || unit == '.') && previous != '/');
+    if (!isFine) return false;
+    previous = unit;
+  }
+  return path.starts_with('/') && previous != '/';
 }
 
 std::string Displayed(std::string_view bytes) {
@@ -36,7 +40,11 @@ std::string Displayed(std::string_view bytes) {
 }
 
 AbsoluteIRI FolderIn(std::string_view line) {
-  if (IsPlainPath(line)) return AbsoluteIRI(std::u16string(kFilePrefix).append(line.begin(), line.end()));
+  if (IsPlainPath(line)) {
+    std::u16string text(kFilePrefix.size() + line.size(), u'\0');
+    std::copy(line.begin(), line.end(), std::copy(kFilePrefix.begin(), kFilePrefix.end(), text.begin()));
+    return AbsoluteIRI(text);
+  }
 
   const std::u16string text = fl::filesystem::from_bytes(line);
   if (text.front() != u'/' && !foundation::storage::vfs::hasIRIPrefix(text)) {
@@ -59,29 +67,39 @@ bool IsReadable(std::u16string_view path) {
   return true;
 }
 
-std::string IdentifierLine(const AbsoluteIRI& folder) { return fl::filesystem::to_bytes(folder.toString()); }
+std::string IdentifierLine(const AbsoluteIRI& folder) {
+  if (!folder.isRootless()) return fl::filesystem::to_bytes(folder.toString());
+  throw foundation::storage::vfs::Exception("keep", folder, std::make_error_code(std::errc::invalid_argument),
+                                            "it is relative to no folder");
+}
 
 std::string LineOf(const AbsoluteIRI& folder) {
-  const std::u16string_view text = folder.toString();
-  if (!text.starts_with(kFilePrefix)) return IdentifierLine(folder);
-
-  const std::u16string_view rest = text.substr(kFilePrefix.size());
-  const bool isAscii = std::all_of(rest.begin(), rest.end(), [](char16_t unit) { return unit < 0x80; });
-  if (isAscii) {
-    std::string line(rest.size(), '\0');
-    std::transform(rest.begin(), rest.end(), line.begin(), [](char16_t unit) { return static_cast<char>(unit); });
-    if (IsPlainPath(line)) return line;
-  }
+  if (!folder.toString().starts_with(kFilePrefix)) return IdentifierLine(folder);
   try {
     const std::u16string path = PathManagement::GetStringFromIRI(folder);
-    return IsReadable(path) ? fl::filesystem::to_bytes(path) : IdentifierLine(folder);
-  } catch (const foundation::storage::vfs::Exception&) {
-    return IdentifierLine(folder);  // no path says it
+    if (IsReadable(path)) return fl::filesystem::to_bytes(path);
+  } catch (const foundation::storage::vfs::Exception&) {  // NOLINT(bugprone-empty-catch): no path says it
   }
+  return IdentifierLine(folder);
+}
+
+void AppendLine(std::string& bytes, const AbsoluteIRI& folder) {
+  const std::u16string_view text = folder.toString();
+  const std::u16string_view path = text.substr(std::min(kFilePrefix.size(), text.size()));
+  if (text.starts_with(kFilePrefix) && IsPlainPath(path)) {
+    const std::size_t length = bytes.size();
+    bytes.resize(length + path.size());
+    std::transform(path.begin(), path.end(), bytes.begin() + static_cast<std::ptrdiff_t>(length),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+  } else {
+    bytes += LineOf(folder);
+  }
+  bytes.push_back('\n');
 }
 
 bool IsComment(std::string_view line) {
-  return line.starts_with('#') || std::all_of(line.begin(), line.end(), [](char byte) { return byte == ' '; });
+  return line.starts_with('#') ||
+         std::all_of(line.begin(), line.end(), [](char byte) { return byte == ' ' || byte == '\t'; });
 }
 
 // Takes the next line off `rest`, without its end.
@@ -154,9 +172,10 @@ SavedPathText SavedPathText::WithFolders(Folders folders) const {
   boost::unordered_flat_map<AbsoluteIRI, const std::string*> comments;
   for (const auto& [place, lines] : comments_) comments.emplace(folders_[place], &lines);
 
-  SavedPathText path = *this;
+  SavedPathText path;
+  path.beginning_ = beginning_;
+  path.end_ = end_;
   path.folders_ = std::move(folders);
-  path.comments_.clear();
   for (std::size_t i = 0; i < path.folders_.size() && !comments.empty(); ++i) {
     const auto found = comments.find(path.folders_[i]);
     if (found == comments.end()) continue;
@@ -171,7 +190,7 @@ std::string SavedPathText::ToBytes() const {
   auto comment = comments_.begin();
   for (std::size_t i = 0; i < folders_.size(); ++i) {
     if (comment != comments_.end() && comment->first == i) bytes += (comment++)->second;
-    bytes.append(LineOf(folders_[i])).push_back('\n');
+    AppendLine(bytes, folders_[i]);
   }
   return bytes + end_;
 }

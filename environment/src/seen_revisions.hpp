@@ -1,32 +1,38 @@
 // What each thread has last seen of something that changes.
 #pragma once
 
+#include <atomic>
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <cstdint>
-#include <mutex>
-#include <thread>
-#include <unordered_map>
 
 namespace Quorvex::PathEnvironment {
 
-/// Safe from any thread. A thread that comes later may bear the number of one that has ended, and then has seen what
-/// that one saw.
+/// Safe from any thread. Each thread keeps what it has seen itself, a few bytes for each object of this class, until it
+/// ends: so a thread that comes later has seen nothing, whatever number it bears.
 class SeenRevisions {
  public:
-  void Note(std::uint64_t revision) {
-    const std::scoped_lock lock(mutex_);
-    seen_[std::this_thread::get_id()] = revision;
-  }
+  void Note(std::uint64_t revision) const { OfThread()[id_] = revision; }
 
   /// 0 when this thread has seen none.
   [[nodiscard]] std::uint64_t OfThisThread() const {
-    const std::scoped_lock lock(mutex_);
-    const auto found = seen_.find(std::this_thread::get_id());
-    return found == seen_.end() ? 0 : found->second;
+    const auto& seen = OfThread();
+    const auto found = seen.find(id_);
+    return found == seen.end() ? 0 : found->second;
   }
 
  private:
-  mutable std::mutex mutex_;
-  std::unordered_map<std::thread::id, std::uint64_t> seen_;
+  using RevisionsById = boost::unordered_flat_map<std::uint64_t, std::uint64_t>;
+
+  static RevisionsById& OfThread() {
+    thread_local RevisionsById seen;
+    return seen;
+  }
+  static std::uint64_t NextId() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+  }
+
+  std::uint64_t id_ = NextId();
 };
 
 }  // namespace Quorvex::PathEnvironment

@@ -1,6 +1,8 @@
-#include <iomanip>
+// Not with streams: those write and read as the global locale has it.
+
+#include <array>
+#include <cstdio>
 #include <search_path_environment/utc_time.hpp>
-#include <sstream>
 
 namespace Quorvex::PathEnvironment {
 
@@ -14,27 +16,25 @@ std::string ToText(sys_seconds time) {
   const auto day = floor<days>(time);
   const year_month_day date(day);
   const hh_mm_ss clock(time - day);
-  std::ostringstream text;
-  text << std::setfill('0') << std::setw(4) << static_cast<int>(date.year()) << '-' << std::setw(2)
-       << static_cast<unsigned>(date.month()) << '-' << std::setw(2) << static_cast<unsigned>(date.day()) << 'T'
-       << std::setw(2) << clock.hours().count() << ':' << std::setw(2) << clock.minutes().count() << ':' << std::setw(2)
-       << clock.seconds().count() << 'Z';
-  return text.str();
+  std::array<char, 64> text = {};
+  std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()));
+  return text.data();
 }
 
 std::optional<sys_seconds> TimeFromText(const std::string& text) {
-  std::istringstream stream(text);
   int year = 0;
   unsigned month = 0;
   unsigned day = 0;
   int hour = 0;
   int minute = 0;
   int second = 0;
-  char separator = 0;
-  stream >> year >> separator >> month >> separator >> day >> separator >> hour >> separator >> minute >> separator >>
-      second >> separator;
+  // NOLINTNEXTLINE(cert-err34-c): what comes of it is written again and compared
+  std::sscanf(text.c_str(), "%4d-%2u-%2uT%2d:%2d:%2dZ", &year, &month, &day, &hour, &minute, &second);
   const year_month_day date{std::chrono::year(year), std::chrono::month(month), std::chrono::day(day)};
-  if (!stream || !date.ok()) return std::nullopt;
+  if (!date.ok()) return std::nullopt;
 
   const sys_seconds time = std::chrono::sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
                            std::chrono::seconds(second);

@@ -1,6 +1,6 @@
 #include "whole_file.hpp"
 
-#include <array>
+#include <algorithm>
 #include <foundation/storage/vfs/exception.hpp>
 #include <span>
 #include <system_error>
@@ -39,11 +39,13 @@ std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const 
   if (!reader) return std::nullopt;
 
   std::string bytes;
-  std::array<char, 65536> buffer;
-  while (const std::size_t count = reader->Read(std::as_writable_bytes(std::span(buffer)))) {
-    bytes.append(buffer.data(), count);
-    if (bytes.size() > limit) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
+  std::size_t length = 0;
+  for (std::size_t count = 1; count > 0; length += count) {
+    if (length > limit) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
+    bytes.resize(std::max(length + 65536, length + length / 2));
+    count = reader->Read(std::as_writable_bytes(std::span(bytes).subspan(length)));
   }
+  bytes.resize(length);
   return bytes;
 }
 

@@ -75,7 +75,7 @@ ConvertUstringRangeToAbsoluteIRIs(const detail::AnyRangeAdapter<std::u16string>&
                                   foundation::core::except::Notification& warnings);
 
 /// Thrown by a manager that refuses a change of the path because it was begun within another one. The editing functions
-/// swallow it, and only it: the change is dropped.
+/// swallow it, and only it: the change is dropped. Carries no text.
 class SEARCH_PATH_UTILITIES_EXPORT RecursivePathChangeException
     : public foundation::core::except::Exception<foundation::core::except::IInternalException, std::exception, void> {
  public:
@@ -83,8 +83,6 @@ class SEARCH_PATH_UTILITIES_EXPORT RecursivePathChangeException
   RecursivePathChangeException(const RecursivePathChangeException&) noexcept;
   RecursivePathChangeException& operator=(const RecursivePathChangeException&) noexcept;
   ~RecursivePathChangeException() override;
-
-  [[nodiscard]] const char* what() const noexcept override;
 };
 
 /// Puts the folders that `names` mean onto the path, as AddIRIsToVornixPath does; all or nothing: when a name is

@@ -67,10 +67,6 @@ RecursivePathChangeException& RecursivePathChangeException::operator=(const Recu
     default;
 RecursivePathChangeException::~RecursivePathChangeException() = default;
 
-const char* RecursivePathChangeException::what() const noexcept {
-  return "the search path cannot be changed while a change of it is being announced";
-}
-
 Notification AddFoldersToVornixPath(const detail::AnyRangeAdapter<std::u16string>& names,
                                     const ICurrentWorkingFolder& workingFolder, IMainSearchPathManager& manager,
                                     const IPathFactory& /*pathFactory*/, const IPathEntryFactory& /*entryFactory*/,

@@ -66,7 +66,8 @@ class Trial {
   [[nodiscard]] bool GoesOn() const {
     const auto lock = File().Lock(std::chrono::seconds(5));
     const auto bytes = File().ReadBytes();
-    File().Replace(bytes, File().Understand(bytes).WithFolders({}), Quorvex::PathEnvironment::EditKind::Removal);
+    File().Replace(bytes, File().Understand(bytes).WithFolders({}).ToBytes(),
+                   Quorvex::PathEnvironment::EditKind::Removal);
     return !File().GetVersions().empty() && !std::filesystem::exists(folder_.GetPath() / "path.draft");
   }
 

@@ -7,20 +7,11 @@
 #include <memory>
 #include <optional>
 #include <search_path_environment/export.hpp>
+#include <search_path_environment/path_changed_exception.hpp>
 #include <search_path_environment/saved_path_file.hpp>
 #include <search_path_interfaces/main_search_path_manager.hpp>
-#include <stdexcept>
 
 namespace Quorvex::PathEnvironment {
-
-/// A list that was made from what the path no longer is: installing it would undo somebody else's change.
-class SEARCH_PATH_ENVIRONMENT_EXPORT PathChangedException : public std::runtime_error {
- public:
-  PathChangedException();
-  PathChangedException(const PathChangedException&) noexcept = default;
-  PathChangedException& operator=(const PathChangedException&) noexcept = default;
-  ~PathChangedException() override;
-};
 
 /// Any thread may call anything at any time. Readers get immutable snapshots and never wait for an edit. Edits follow
 /// one another, in this process and in all others that use the same file.
@@ -47,22 +38,26 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT MainSearchPathManager final : public PathMa
 
   /// Calls `edit` while nobody else, here or in another process, can change the path. What it then reads is what stands
   /// in the file; what it installs is saved and published, all at once, when it returns, and dropped when it throws.
-  /// An Edit within an Edit is part of it.
+  /// An Edit within an Edit is part of it, and when it throws, what it installed is dropped alone.
   ///
   /// Whatever is thrown, the path is as it was: what `edit` threw; SavedPathError; the storage layer's Exception, with
-  /// std::errc::timed_out when another process edits for too long; RecursivePathChangeException when a listener calls
+  /// std::errc::timed_out when another process edits for too long; PathChangedException when a person changes the file
+  /// at the same moment; RecursivePathChangeException when a listener calls
   /// this on the thread that announces a change to it. Other threads wait.
   void Edit(const std::function<void()>& edit);
 
-  /// Goes back to before the last edit that is not undone. False when no such edit is kept. Throws as Edit does, and
-  /// SavedPathError for a version that is damaged.
-  bool Undo();
+  /// Goes back to before the last edit that is neither undone nor without effect on what stands there now, and returns
+  /// that edit; nothing when no such one is kept. Throws as Edit does, SavedPathError when that version is damaged, and
+  /// std::logic_error within an Edit.
+  std::optional<PathVersion> Undo();
 
-  /// Takes over what others have saved meanwhile. Throws as the constructor does, and RecursivePathChangeException.
+  /// Takes over what others have saved meanwhile; within an Edit, that is done already. Throws as the constructor does,
+  /// and RecursivePathChangeException.
   void Refresh();
 
   /// Calls `listener` after each change, on the thread that made it, before the call that made it returns; listeners
-  /// in the order in which they were added. What a listener throws is logged and changes nothing.
+  /// in the order in which they were added. What a listener throws is logged and changes nothing. A call that is under
+  /// way on another thread when the listener is released ends on its own.
   [[nodiscard]] foundation::core::ScopedRelease AddListener(Listener listener);
 
   /// An Edit of its own when called outside of one: then PathChangedException is thrown when the path is no longer what

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <search_path_environment/export.hpp>
+#include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/saved_path_text.hpp>
 #include <string>
 #include <vector>
@@ -28,6 +29,7 @@ struct PathVersion {
   std::uint64_t undone = 0;  ///< of an Undo, the number of the edit that it took back
   std::chrono::sys_seconds time;
   SavedPathText before;
+  std::optional<SavedPathError> damage;  ///< why nothing but the number is known
 };
 
 /// A handle, cheap to copy. Reading may be done from any thread at any time; the rest is for whoever holds the lock.
@@ -49,24 +51,30 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathFile {
   /// `bytes`, which ReadBytes gave, understood.
   [[nodiscard]] SavedPathText Understand(const std::optional<std::string>& bytes) const;
 
+  /// The same file by its own name, links followed. Whoever edits takes this one, and does all with it, so that a link
+  /// that is changed meanwhile does not matter. Fails for a link that leads nowhere.
+  [[nodiscard]] SavedPathFile WithLinksFollowed() const;
+
   /// Keeps every other process, and every other holder in this one, from editing. Makes the folders that the file is
   /// to stand in. Fails with std::errc::timed_out when another holds the lock for so long.
   [[nodiscard]] std::unique_ptr<foundation::storage::vfs::IFileLock> Lock(std::chrono::milliseconds timeout) const;
 
-  /// Replaces `old`, which ReadBytes gave under this lock, in one step and durably, and keeps it as a version. Does
-  /// nothing when `path` is what stands there. When it throws, the old path is in place; only when storage fails after
-  /// the new one took its place, and the old one cannot be put back either, does the new one stand, and the message
-  /// says so.
-  void Replace(const std::optional<std::string>& old, const SavedPathText& path, EditKind kind,
+  /// Puts `bytes` in the place of `old`, which ReadBytes gave under this lock, in one step and durably, and keeps `old`
+  /// as a version. Does nothing when both are the same.
+  ///
+  /// When it throws, the old path is in place; only when storage fails after the new one took its place, and the old
+  /// one cannot be put back either, does the new one stand, and the message says so. Throws PathChangedException when
+  /// somebody who does not lock, a person with an editor, has changed the file since it was read.
+  void Replace(const std::optional<std::string>& old, const std::string& bytes, EditKind kind,
                std::uint64_t undone = 0) const;
 
-  /// The last edits, oldest first. A version whose bytes are no longer what was written is reported as a
-  /// SavedPathError.
+  /// The last edits, oldest first. Needs no lock.
   [[nodiscard]] std::vector<PathVersion> GetVersions() const;
 
-  /// Of `versions`, which GetVersions gave, the one to go back to: that of the last edit that is not undone. Null when
-  /// there is none.
-  [[nodiscard]] static const PathVersion* VersionToUndo(const std::vector<PathVersion>& versions);
+  /// Of `versions`, which GetVersions gave, the one to go back to from `current`: that of the last edit that is neither
+  /// undone nor without effect on what stands there now. Null when there is none.
+  [[nodiscard]] static const PathVersion* VersionToUndo(const std::vector<PathVersion>& versions,
+                                                        const SavedPathText::Folders& current);
 
  private:
   foundation::storage::vfs::AbsoluteIRI file_;

@@ -8,7 +8,7 @@
 //     memory://tree/extras
 //
 // The first line is as it stands here. A folder is an absolute path, or an identifier where a path would not do. A line
-// ends with a newline, the last one, too, so that a text which was cut off is noticed.
+// ends with a newline, the last one, too, so that a text which was cut off within a line is noticed.
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -40,7 +40,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathText {
   /// The same text for other folders. The comments of a folder that is no longer there are left out.
   [[nodiscard]] SavedPathText WithFolders(Folders folders) const;
 
-  /// Parse gives it back, equal folder by folder. UTF-8, without control characters.
+  /// Parse gives it back, equal folder by folder. UTF-8, without control characters. Throws the storage layer's
+  /// Exception for a folder whose identifier is relative.
   [[nodiscard]] std::string ToBytes() const;
 
  private:

@@ -16,9 +16,8 @@ TEST(RecursivePathChangeException, IsAnInternalExceptionOfThePlatform) {
   EXPECT_THROW(throw RecursivePathChangeException(), std::exception);
 }
 
-TEST(RecursivePathChangeException, SaysWhatWasRefused) {
-  EXPECT_STREQ(RecursivePathChangeException().what(),
-               "the search path cannot be changed while a change of it is being announced");
+TEST(RecursivePathChangeException, CarriesNoText) {
+  EXPECT_STREQ(RecursivePathChangeException().what(), std::exception().what());
 }
 
 TEST(RecursivePathChangeException, IsMadeAndCopiedWithoutFailing) {

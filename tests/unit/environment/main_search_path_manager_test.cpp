@@ -6,6 +6,7 @@
 #include <foundation/core/except/notification.hpp>
 #include <foundation/log/diagnostic_logger.hpp>
 #include <future>
+#include <locale>
 #include <search_path_environment/main_search_path_manager.hpp>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_utilities/path_editing.hpp>
@@ -265,6 +266,116 @@ TEST_F(MainSearchPathManagerTest, KeepsWhatWasEditedByHandWhenAnEditIsTakenBack)
   memory_.GetProvider().AddFile(u"/home/path", "# search path, version 1\n/by/hand\n");
   EXPECT_TRUE(manager.Undo());
   EXPECT_THAT(File().GetVersions().back().before.GetFolders(), ElementsAre(Folder(u"/by/hand")));
+}
+
+TEST_F(MainSearchPathManagerTest, BringsBackCommentsWithTheirFolders) {
+  const std::string bytes = "# search path, version 1\n\n# precious\n/a\n";
+  memory_.GetProvider().AddFile(u"/home/path", bytes);
+  MainSearchPathManager manager(File());
+  const Folders gone = {Folder(u"/a")};
+  manager.Edit([&] { static_cast<void>(RemoveIRIsFromVornixPath(gone, manager)); });
+  EXPECT_TRUE(manager.Undo());
+  EXPECT_EQ(File().ReadBytes(), bytes);
+}
+
+TEST_F(MainSearchPathManagerTest, TakesBackTheEditBeforeOneThatWasTakenBackByHand) {
+  MainSearchPathManager manager(File());
+  Add(manager, {Folder(u"/a")});
+  Add(manager, {Folder(u"/b")});
+  memory_.GetProvider().AddFile(u"/home/path", "# search path, version 1\n# by hand\n/a\n");
+  EXPECT_EQ(manager.Undo()->number, 1);
+  EXPECT_THAT(*manager.GetMainPathFolders(), IsEmpty());
+  EXPECT_FALSE(manager.Undo());
+}
+
+TEST_F(MainSearchPathManagerTest, TakesNothingBackWithinAnEdit) {
+  MainSearchPathManager manager(File());
+  Add(manager, {Folder(u"/a")});
+  EXPECT_THROW(manager.Edit([&] { static_cast<void>(manager.Undo()); }), std::logic_error);
+  EXPECT_THAT(*manager.GetMainPathFolders(), ElementsAre(Folder(u"/a")));
+}
+
+TEST_F(MainSearchPathManagerTest, RefreshesWithinAnEditAsItIs) {
+  MainSearchPathManager manager(File());
+  manager.Edit([&] {
+    manager.Refresh();
+    Set(manager, {Folder(u"/a")});
+  });
+  EXPECT_THAT(*manager.GetMainPathFolders(), ElementsAre(Folder(u"/a")));
+}
+
+TEST_F(MainSearchPathManagerTest, DropsWhatAnInnerEditInstalledBeforeItFailed) {
+  MainSearchPathManager manager(File());
+  manager.Edit([&] {
+    Set(manager, {Folder(u"/outer")});
+    EXPECT_THROW(manager.Edit([&] {
+      Set(manager, {Folder(u"/inner")});
+      throw std::runtime_error("no");
+    }),
+                 std::runtime_error);
+  });
+  EXPECT_THAT(*manager.GetMainPathFolders(), ElementsAre(Folder(u"/outer")));
+}
+
+TEST_F(MainSearchPathManagerTest, RefusesAFolderThatCouldNotBeReadAgain) {
+  MainSearchPathManager manager(File());
+  EXPECT_THAT([&] { Add(manager, {AbsoluteIRI(u"file:relative")}); }, FailsWith(std::errc::invalid_argument));
+  EXPECT_EQ(File().ReadBytes(), std::nullopt);
+}
+
+TEST_F(MainSearchPathManagerTest, RefusesAListMadeByAThreadThatNeverReadThePathOnceItHasChanged) {
+  MainSearchPathManager manager(File());
+  std::jthread([&] {
+    Add(manager, {Folder(u"/a")});
+    static_cast<void>(manager.GetMainPathFolders());
+  }).join();
+  std::jthread([&] { EXPECT_THROW(Set(manager, {Folder(u"/b")}), PathChangedException); }).join();
+}
+
+TEST_F(MainSearchPathManagerTest, RefusesAListMadeFromAnEditThatWasDropped) {
+  MainSearchPathManager manager(File());
+  Folders list;
+  const auto edit = [&] {
+    Add(manager, {Folder(u"/dropped")});
+    list = *manager.GetMainPathFolders();
+    throw std::runtime_error("no");
+  };
+  EXPECT_THROW(manager.Edit(edit), std::runtime_error);
+  list.push_back(Folder(u"/b"));
+  EXPECT_THROW(Set(manager, list), PathChangedException);
+}
+
+TEST_F(MainSearchPathManagerTest, TakesAListMadeFromWhatAnEditInstalled) {
+  MainSearchPathManager manager(File());
+  Folders list;
+  manager.Edit([&] {
+    Add(manager, {Folder(u"/a")});
+    list = *manager.GetMainPathFolders();
+  });
+  list.push_back(Folder(u"/b"));
+  Set(manager, list);
+  EXPECT_THAT(*manager.GetMainPathFolders(), ElementsAre(Folder(u"/a"), Folder(u"/b")));
+}
+
+TEST_F(MainSearchPathManagerTest, TakesACommentMadeByHandForNoChangeOfThePath) {
+  MainSearchPathManager manager(File());
+  Add(manager, {Folder(u"/a")});
+  static_cast<void>(manager.GetMainPathFolders());
+  memory_.GetProvider().AddFile(u"/home/path", "# search path, version 1\n# by hand\n/a\n");
+  Set(manager, {Folder(u"/a"), Folder(u"/b")});
+  EXPECT_EQ(File().ReadBytes(), "# search path, version 1\n# by hand\n/a\n/b\n");
+}
+
+TEST_F(MainSearchPathManagerTest, WritesNumbersAsTheyAreWhateverTheLocale) {
+  struct Grouping : std::numpunct<char> {
+    std::string do_grouping() const override { return "\3"; }
+  };
+  const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
+  MainSearchPathManager manager(File());
+  Add(manager, {Folder(u"/a")});
+  const bool isUndone = manager.Undo().has_value();
+  std::locale::global(before);
+  EXPECT_TRUE(isUndone);
 }
 
 TEST_F(MainSearchPathManagerTest, TakesOverAndAnnouncesWhatOthersSavedWhenAsked) {

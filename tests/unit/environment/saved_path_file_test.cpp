@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <foundation/storage/vfs/exception.hpp>
 #include <fstream>
+#include <search_path_environment/path_changed_exception.hpp>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/saved_path_file.hpp>
 
@@ -34,13 +36,15 @@ class SavedPathFileTest : public testing::Test {
   // As an edit does it.
   void Save(const SavedPathText::Folders& folders, EditKind kind = EditKind::Addition, std::uint64_t undone = 0) const {
     const auto lock = file_.Lock(1s);
-    file_.Replace(file_.ReadBytes(), file_.Read().WithFolders(folders), kind, undone);
+    file_.Replace(file_.ReadBytes(), file_.Read().WithFolders(folders).ToBytes(), kind, undone);
   }
   [[nodiscard]] std::vector<std::u16string> NamesBeside() const {
     std::vector<std::u16string> names;
     for (const auto& entry : memory_.GetProvider().List(InMemory(u"/home")).entries) names.push_back(entry.name);
     return names;
   }
+
+  static SavedPathFile OtherName() { return {InMemory(u"/other"), VornixStorageSystem::GetStorageSystemReference()}; }
 
   MemoryStorage memory_;
   SavedPathFile file_{InMemory(u"/home/path"), VornixStorageSystem::GetStorageSystemReference()};
@@ -55,7 +59,7 @@ TEST_F(SavedPathFileTest, HoldsNoFolderBeforeTheFirstEdit) {
 TEST_F(SavedPathFileTest, IsMadeWithItsFoldersByTheFirstEdit) {
   const SavedPathFile deep(InMemory(u"/new/state/of/mine"), VornixStorageSystem::GetStorageSystemReference());
   const auto lock = deep.Lock(1s);
-  deep.Replace(std::nullopt, SavedPathText().WithFolders({Folder(u"/a")}), EditKind::Addition);
+  deep.Replace(std::nullopt, BytesOf({Folder(u"/a")}), EditKind::Addition);
   EXPECT_THAT(deep.Read().GetFolders(), ElementsAre(Folder(u"/a")));
 }
 
@@ -79,17 +83,16 @@ TEST_F(SavedPathFileTest, LocksOutWhoeverElseWantsToEdit) {
 TEST_F(SavedPathFileTest, SharesALockAmongItsNames) {
   memory_.GetProvider().AddFile(u"/home/path", BytesOf({}));
   memory_.WithLink(u"/other", u"/home/path");
-  const SavedPathFile other(InMemory(u"/other"), VornixStorageSystem::GetStorageSystemReference());
-  const auto lock = other.Lock(0ms);
+  const auto lock = OtherName().WithLinksFollowed().Lock(0ms);
   EXPECT_THAT([this] { static_cast<void>(file_.Lock(0ms)); }, FailsWith(std::errc::timed_out));
 }
 
 TEST_F(SavedPathFileTest, WritesThroughALinkAndLeavesItALink) {
   memory_.GetProvider().AddFile(u"/home/path", BytesOf({}));
   memory_.WithLink(u"/other", u"/home/path");
-  const SavedPathFile other(InMemory(u"/other"), VornixStorageSystem::GetStorageSystemReference());
+  const SavedPathFile other = OtherName().WithLinksFollowed();
   const auto lock = other.Lock(0ms);
-  other.Replace(other.ReadBytes(), SavedPathText().WithFolders({Folder(u"/a")}), EditKind::Addition);
+  other.Replace(other.ReadBytes(), BytesOf({Folder(u"/a")}), EditKind::Addition);
   EXPECT_EQ(file_.ReadBytes(), BytesOf({Folder(u"/a")}));
   EXPECT_EQ(memory_.GetProvider().CanonicalLocation(InMemory(u"/other")), InMemory(u"/home/path"));
 }
@@ -149,48 +152,100 @@ TEST_F(SavedPathFileTest, TellsNothingOfAnEditThatWasKilledBeforeItCameAbout) {
   EXPECT_THAT(versions[1].before.GetFolders(), ElementsAre(Folder(u"/a")));
 }
 
-TEST_F(SavedPathFileTest, ReportsAVersionThatIsNotWhatWasWritten) {
-  Save({Folder(u"/a")});
-  Save({Folder(u"/b")});
-  const AbsoluteIRI folder = InMemory(u"/home/path.versions");
-  for (const auto& entry : memory_.GetProvider().List(folder).entries) {
-    const auto writer = memory_.GetProvider().OpenForWriting(folder.getChild(entry.name), WriteMode::Append);
-    writer->Write(std::as_bytes(std::span("/x\n", 3)));
-    writer->Close();
-  }
-  EXPECT_THAT([this] { static_cast<void>(file_.GetVersions()); },
-              ThrowsMessage<SavedPathError>(HasSubstr("not what was written")));
+TEST_F(SavedPathFileTest, RefusesALinkThatLeadsNowhere) {
+  memory_.GetProvider().AddFolder(u"/links");
+  memory_.WithLink(u"/links/path", u"/gone/path");
+  const SavedPathFile file(InMemory(u"/links/path"), VornixStorageSystem::GetStorageSystemReference());
+  EXPECT_THAT([&] { static_cast<void>(file.WithLinksFollowed()); },
+              ThrowsMessage<foundation::storage::vfs::Exception>(HasSubstr("a link that leads nowhere")));
 }
 
+TEST_F(SavedPathFileTest, RefusesToReplaceWhatSomebodyEditedMeanwhile) {
+  Save({Folder(u"/a")});
+  const auto lock = file_.Lock(1s);
+  const auto old = file_.ReadBytes();
+  memory_.GetProvider().AddFile(u"/home/path", BytesOf({Folder(u"/by/hand")}));
+  EXPECT_THROW(file_.Replace(old, BytesOf({Folder(u"/b")}), EditKind::Addition), PathChangedException);
+  EXPECT_EQ(file_.ReadBytes(), BytesOf({Folder(u"/by/hand")}));
+  EXPECT_THAT(file_.GetVersions(), SizeIs(1));
+}
+
+TEST_F(SavedPathFileTest, ReportsAVersionThatIsNotWhatWasWrittenAndReadsTheOthers) {
+  Save({Folder(u"/a")});
+  const AbsoluteIRI folder = InMemory(u"/home/path.versions");
+  const auto entries = memory_.GetProvider().List(folder).entries;
+  const auto writer = memory_.GetProvider().OpenForWriting(folder.getChild(entries.at(0).name), WriteMode::Append);
+  writer->Write(std::as_bytes(std::span("/x\n", 3)));
+  writer->Close();
+  Save({Folder(u"/b")});
+
+  const auto versions = file_.GetVersions();
+  ASSERT_THAT(versions, SizeIs(2));
+  EXPECT_THAT(versions[0].damage->what(), HasSubstr("not what was written"));
+  EXPECT_EQ(versions[1].damage, std::nullopt);
+  EXPECT_THAT(versions[1].before.GetFolders(), ElementsAre(Folder(u"/a")));
+}
+
+TEST_F(SavedPathFileTest, TakesNothingForAVersionThatIsNone) {
+  Save({Folder(u"/a")});
+  memory_.GetProvider().AddFolder(u"/home/path.versions/9-9");
+  memory_.GetProvider().AddFile(u"/home/path.versions/notes");
+  EXPECT_THAT(file_.GetVersions(), SizeIs(1));
+}
+
+// Edits 1, 2, ..., each of which found a path of its own.
+std::vector<PathVersion> Versions(std::size_t count) {
+  std::vector<PathVersion> versions(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    versions[i].number = i + 1;
+    versions[i].before = SavedPathText().WithFolders(SavedPathText::Folders(i, Folder(u"/a")));
+  }
+  return versions;
+}
+const SavedPathText::Folders kOther = {Folder(u"/other")};
+
 TEST(VersionToUndo, IsThatOfTheLastEdit) {
-  std::vector<PathVersion> versions(2);
-  versions[0].number = 1;
-  versions[1].number = 2;
-  EXPECT_EQ(SavedPathFile::VersionToUndo(versions), &versions[1]);
+  const auto versions = Versions(2);
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, kOther), &versions[1]);
 }
 
 TEST(VersionToUndo, IsTheOneBeforeWhatWasUndone) {
-  std::vector<PathVersion> versions(4);
-  for (std::size_t i = 0; i < versions.size(); ++i) versions[i].number = i + 1;
+  auto versions = Versions(3);
   versions[2].kind = EditKind::Undo;
   versions[2].undone = 2;
-  EXPECT_EQ(SavedPathFile::VersionToUndo({versions.begin(), versions.begin() + 3})->number, 1);
-  EXPECT_EQ(SavedPathFile::VersionToUndo(versions)->number, 4);
-  versions[3].kind = EditKind::Undo;
-  versions[3].undone = 1;
-  EXPECT_EQ(SavedPathFile::VersionToUndo(versions), nullptr);
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, kOther)->number, 1);
 }
 
-TEST(VersionToUndo, IsNoneWhenNothingWasEdited) { EXPECT_EQ(SavedPathFile::VersionToUndo({}), nullptr); }
+TEST(VersionToUndo, IsThatOfAnEditMadeSinceAnUndo) {
+  auto versions = Versions(4);
+  versions[2].kind = EditKind::Undo;
+  versions[2].undone = 2;
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, kOther)->number, 4);
+  versions.push_back(Versions(5).back());
+  versions[4].kind = EditKind::Undo;
+  versions[4].undone = 4;
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, kOther)->number, 1);
+}
+
+TEST(VersionToUndo, PassesOverAnEditThatSomebodyTookBackByHand) {
+  auto versions = Versions(2);
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, versions[1].before.GetFolders()), versions.data());
+  versions.push_back(Versions(3).back());
+  versions[2].kind = EditKind::Undo;
+  versions[2].undone = 1;
+  EXPECT_EQ(SavedPathFile::VersionToUndo(versions, kOther), nullptr);
+}
+
+TEST(VersionToUndo, IsNoneWhenNothingWasEdited) { EXPECT_EQ(SavedPathFile::VersionToUndo({}, kOther), nullptr); }
 
 TEST(SavedPathFileOnDisk, IsReplacedAndNotRewritten) {
   const PathManagement::support::TemporaryFolder folder;
   const auto name = folder.GetPath() / "path";
   const SavedPathFile file(Folder(name.u16string()), VornixStorageSystem::GetStorageSystemReference());
   const auto lock = file.Lock(1s);
-  file.Replace(std::nullopt, SavedPathText().WithFolders({Folder(u"/a")}), EditKind::Addition);
+  file.Replace(std::nullopt, SavedPathText().WithFolders({Folder(u"/a")}).ToBytes(), EditKind::Addition);
   std::ifstream before(name);
-  file.Replace(file.ReadBytes(), SavedPathText().WithFolders({Folder(u"/b")}), EditKind::Addition);
+  file.Replace(file.ReadBytes(), SavedPathText().WithFolders({Folder(u"/b")}).ToBytes(), EditKind::Addition);
 
   const std::string seen(std::istreambuf_iterator<char>(before), {});
   EXPECT_EQ(seen, SavedPathText().WithFolders({Folder(u"/a")}).ToBytes());  // a reader that had it open

@@ -4,6 +4,7 @@
 #include "identifier_text.hpp"
 
 #include <algorithm>
+#include <array>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <optional>
@@ -238,9 +239,34 @@ class Parser {
   std::u16string_view text_;
 };
 
+// Of a segment that is its own normal form, whatever stands beside it, but for a dot at its beginning.
+constexpr auto kPlain = [] {
+  std::array<bool, 128> isPlain = {};
+  for (char16_t unit = 0; unit < isPlain.size(); ++unit) {
+    isPlain[unit] = IsLetter(unit) || IsDigit(unit) || Contains(u"._-+@", unit);
+  }
+  return isPlain;
+}();
+
+// What most identifiers are: a file's, and in normal form already.
+bool IsPlainFile(std::u16string_view text) noexcept {
+  constexpr std::u16string_view root = u"file:///";
+  if (!text.starts_with(root) || text.size() == root.size()) return false;
+  char16_t previous = u'/';
+  for (const char16_t unit : text.substr(root.size())) {
+    const bool isFine =
+        unit == u'/' ? previous != u'/' : unit < kPlain.size() && kPlain[unit] && !(unit == u'.' && previous == u'/');
+    if (!isFine) return false;
+    previous = unit;
+  }
+  return previous != u'/';
+}
+
 }  // namespace
 
 NormalForm Normalize(std::u16string_view text) {
+  if (IsPlainFile(text)) return {std::u16string(text), LengthOfScheme(text), std::u16string_view(u"file://").size()};
+
   const Parser parser(text);
   try {
     return parser.Parse();

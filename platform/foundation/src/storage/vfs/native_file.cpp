@@ -74,10 +74,13 @@ class NativeMapping final : public MappedBytes {
   std::span<std::byte> bytes_;
 };
 
-/// Holds the lock by holding the open file.
+/// Holds the lock by holding the open file. Gives it up by name, for a process forked meanwhile holds the file as well.
 class NativeFileLock final : public IFileLock {
  public:
   explicit NativeFileLock(Descriptor file) : file_(std::move(file)) {}
+  NativeFileLock(const NativeFileLock&) = delete;
+  NativeFileLock& operator=(const NativeFileLock&) = delete;
+  ~NativeFileLock() override { ::flock(file_.Get(), LOCK_UN); }
 
  private:
   Descriptor file_;
@@ -169,18 +172,32 @@ std::shared_ptr<const MappedBytes> MapNative(const AbsoluteIRI& location) {
   return std::make_shared<const NativeMapping>(std::span(static_cast<std::byte*>(address), size));
 }
 
+namespace {
+
+// Whether the open file still bears its name: somebody may have removed it, and then another stands there, or none.
+bool IsStillThere(const Operation& operation, const Descriptor& file) {
+  struct stat named = {};
+  if (::stat(NativeNameOf(operation.GetLocation()).c_str(), &named) != 0) return false;
+  const struct stat held = StatusOf(operation, file);
+  return named.st_dev == held.st_dev && named.st_ino == held.st_ino;
+}
+
+}  // namespace
+
 std::unique_ptr<IFileLock> LockNative(const AbsoluteIRI& location, std::chrono::milliseconds timeout) {
   constexpr std::chrono::milliseconds pause(5);
   const Operation operation("lock", location);
-  Descriptor file = OpenFile(operation, O_RDWR | O_CREAT);
   const auto start = std::chrono::steady_clock::now();
-  while (Uninterrupted([&] { return ::flock(file.Get(), LOCK_EX | LOCK_NB); }) == -1) {
-    if (errno != EWOULDBLOCK) operation.Fail(SystemError());
+  for (;;) {
+    Descriptor file = OpenFile(operation, O_RDWR | O_CREAT);
+    const bool isLocked = Uninterrupted([&] { return ::flock(file.Get(), LOCK_EX | LOCK_NB); }) != -1;
+    if (!isLocked && errno != EWOULDBLOCK) operation.Fail(SystemError());
+    if (isLocked && IsStillThere(operation, file)) return std::make_unique<NativeFileLock>(std::move(file));
+
     const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
     if (waited >= timeout) operation.Fail(std::errc::timed_out);
     std::this_thread::sleep_for(std::min(pause, timeout - waited));
   }
-  return std::make_unique<NativeFileLock>(std::move(file));
 }
 
 }  // namespace foundation::storage::vfs::detail
