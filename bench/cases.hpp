@@ -14,4 +14,7 @@ void RegisterLoading();
 /// Bytes of the heap a file of that path costs.
 void RegisterMemory();
 
+/// Edits and a listing of a saved path of 100,000 folders by the tool, beside reading and writing that file.
+void RegisterEditing();
+
 }  // namespace bench

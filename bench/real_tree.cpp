@@ -45,6 +45,16 @@ std::vector<std::string> MakeFolders() {
 
 }  // namespace
 
+std::vector<std::string> EmptyFolders(std::size_t count) {
+  std::vector<std::string> folders;
+  folders.reserve(count);
+  for (std::size_t folder = 0; folder < count; ++folder) {
+    folders.push_back((Root() / "empty" / ("folder" + std::to_string(folder))).string());
+    std::filesystem::create_directories(folders.back());
+  }
+  return folders;
+}
+
 const std::vector<std::string>& RealFolders() {
   static const std::vector<std::string> folders = MakeFolders();
   return folders;

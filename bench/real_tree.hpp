@@ -15,4 +15,7 @@ inline constexpr std::size_t kRealFiles = 100;
 [[nodiscard]] const std::vector<std::string>& RealFolders();
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> RealLocations();
 
+/// `count` empty folders in one, below the same place.
+[[nodiscard]] std::vector<std::string> EmptyFolders(std::size_t count);
+
 }  // namespace bench

@@ -47,7 +47,7 @@ class MainSearchPathManager::Session {
 
   void Edit(const std::function<void()>& edit) {
     if (IsEditing()) return EditWithin(edit);
-    Transact([&] {
+    Transact([&](const SavedPathFile& /*file*/) {
       const Scoped<std::thread::id> editing(editor_, std::this_thread::get_id());
       edit();
     });
@@ -56,8 +56,8 @@ class MainSearchPathManager::Session {
   std::optional<PathVersion> Undo() {
     if (IsEditing()) throw std::logic_error("an edit cannot be undone within another one");
     std::optional<PathVersion> undone;
-    Transact([&] {
-      const std::vector<PathVersion> versions = locked_->GetVersions();
+    Transact([&](const SavedPathFile& file) {
+      const std::vector<PathVersion> versions = file.GetVersions();
       const PathVersion* const version = SavedPathFile::VersionToUndo(versions, *Published().folders);
       if (version == nullptr) return;
       if (version->damage) throw SavedPathError(*version->damage);
@@ -95,6 +95,7 @@ class MainSearchPathManager::Session {
     Edit([&] {
       if (!isWithinEdit && Published().revision != seen) throw PathChangedException();
       Folders list;
+      list.reserve(Published().folders->size());
       for (const AbsoluteIRI& folder : folders) list.push_back(folder);
       pending_ = Pending{Published().text->WithFolders(std::move(list)), kind, 0};
       isPendingTold_ = false;
@@ -146,21 +147,18 @@ class MainSearchPathManager::Session {
     return std::unique_lock(editing_);
   }
 
-  void Transact(const std::function<void()>& edit) {
+  void Transact(const std::function<void(const SavedPathFile&)>& edit) {
     const auto lock = Editing();
     const State before = Published();
     isPendingTold_ = false;
-    const ScopedRelease dropPending([this] {
-      pending_.reset();
-      locked_.reset();
-    });
+    const ScopedRelease dropPending([this] { pending_.reset(); });
     std::exception_ptr failure;
     try {
-      locked_ = file_.WithLinksFollowed();
-      const auto processLock = locked_->Lock(lockTimeout_);
-      TakeOver(*locked_);
-      edit();
-      Save();
+      const SavedPathFile file = file_.WithLinksFollowed();
+      const auto processLock = file.Lock(lockTimeout_);
+      TakeOver(file);
+      edit(file);
+      Save(file);
     } catch (...) {
       failure = std::current_exception();
     }
@@ -174,14 +172,13 @@ class MainSearchPathManager::Session {
     Publish(Understood(std::move(bytes)));
   }
 
-  void Save() {
+  void Save(const SavedPathFile& file) {
     const State old = Published();
     if (!pending_ || pending_->text.GetFolders() == *old.folders) return;
 
     std::string bytes = pending_->text.ToBytes();
-    const State saved = StateOf(std::move(bytes), std::move(pending_->text));
-    locked_->Replace(*old.bytes, saved.bytes->value(), pending_->kind, pending_->undone);
-    Publish(saved);
+    file.Replace(*old.bytes, bytes, pending_->kind, pending_->undone);
+    Publish(StateOf(std::move(bytes), std::move(pending_->text)));
     if (isPendingTold_) seen_.Note(Published().revision);
   }
 
@@ -231,7 +228,6 @@ class MainSearchPathManager::Session {
   std::mutex editing_;
   std::atomic<std::thread::id> editor_;     // the thread within an edit, if any
   std::atomic<std::thread::id> announcer_;  // the thread within an announcement, if any
-  std::optional<SavedPathFile> locked_;     // the file that the edit under way holds
   std::optional<Pending> pending_;          // what it is to install
   bool isPendingTold_ = false;              // whether that is what this thread was last told
   boost::signals2::signal<void(const Change&)> announcement_;

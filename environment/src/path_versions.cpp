@@ -128,7 +128,7 @@ AbsoluteIRI PathVersions::Keep(std::string_view bytes, const Edit& edit) const {
   }
   const std::uint64_t number = files.empty() ? 1 : files.back().number + 1;
   const AbsoluteIRI file = folder_.getChild(NameFor(number, hash));
-  ReplaceWholeFile(storage_, file, folder_.getChild(std::u16string(kDraft)), FirstLineFor(edit).append(bytes),
+  ReplaceWholeFile(storage_, file, folder_.getChild(std::u16string(kDraft)), {FirstLineFor(edit), bytes},
                    Durability::Whole);
   const std::size_t surplus = files.size() - std::min(files.size(), SavedPathFile::kVersions - 1);
   for (std::size_t i = 0; i < surplus; ++i) RemoveIfThere(storage_, files[i].location);

@@ -76,13 +76,13 @@ bool Attempt(const Restore& restore) noexcept {
 }
 
 void PutBack(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old) {
-  if (old) return ReplaceWholeFile(storage, places.File(), places.Draft(), *old, Durability::Flushed);
+  if (old) return ReplaceWholeFile(storage, places.File(), places.Draft(), {*old}, Durability::Flushed);
   RemoveIfThere(storage, places.File());
 }
 
 void Install(const IStorageProvider& storage, const Places& places, std::string_view bytes) {
   try {
-    ReplaceWholeFile(storage, places.File(), places.Draft(), bytes, Durability::Flushed);
+    ReplaceWholeFile(storage, places.File(), places.Draft(), {bytes}, Durability::Flushed);
   } catch (...) {
     Attempt([&] { RemoveIfThere(storage, places.Draft()); });
     throw;
@@ -148,7 +148,7 @@ void SavedPathFile::Replace(const std::optional<std::string>& old, const std::st
       PathVersions(*storage, places.Versions()).Keep(old ? std::string_view(*old) : std::string_view(), {kind, undone});
   const auto dropVersion = [&] { RemoveIfThere(*storage, version); };
   try {
-    if (ReadBytes() != old) throw PathChangedException();
+    if (!Holds(*storage, file_, old)) throw PathChangedException();
     Install(*storage, places, bytes);
   } catch (...) {
     Attempt(dropVersion);

@@ -138,6 +138,7 @@ SavedPathText::SavedPathText() : beginning_(std::string(kFirstLine) + '\n' + std
 
 SavedPathText SavedPathText::Parse(std::string_view bytes) {
   SavedPathText path;
+  path.folders_.reserve(static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')));
   std::string& pending = path.end_;  // the comments since the last folder
   std::size_t number = 1;
   const auto takeFirstLine = [&] {
@@ -186,7 +187,10 @@ SavedPathText SavedPathText::WithFolders(Folders folders) const {
 }
 
 std::string SavedPathText::ToBytes() const {
-  std::string bytes = beginning_;
+  constexpr std::size_t usualLine = 48;
+  std::string bytes;
+  bytes.reserve(beginning_.size() + end_.size() + folders_.size() * usualLine);
+  bytes += beginning_;
   auto comment = comments_.begin();
   for (std::size_t i = 0; i < folders_.size(); ++i) {
     if (comment != comments_.end() && comment->first == i) bytes += (comment++)->second;

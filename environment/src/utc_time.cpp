@@ -17,10 +17,10 @@ std::string ToText(sys_seconds time) {
   const year_month_day date(day);
   const hh_mm_ss clock(time - day);
   std::array<char, 64> text = {};
-  std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                static_cast<int>(clock.seconds().count()));
+  static_cast<void>(std::snprintf(
+      text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
+      static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
+      static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count())));
   return text.data();
 }
 
@@ -32,7 +32,8 @@ std::optional<sys_seconds> TimeFromText(const std::string& text) {
   int minute = 0;
   int second = 0;
   // NOLINTNEXTLINE(cert-err34-c): what comes of it is written again and compared
-  std::sscanf(text.c_str(), "%4d-%2u-%2uT%2d:%2d:%2dZ", &year, &month, &day, &hour, &minute, &second);
+  static_cast<void>(
+      std::sscanf(text.c_str(), "%4d-%2u-%2uT%2d:%2d:%2dZ", &year, &month, &day, &hour, &minute, &second));
   const year_month_day date{std::chrono::year(year), std::chrono::month(month), std::chrono::day(day)};
   if (!date.ok()) return std::nullopt;
 

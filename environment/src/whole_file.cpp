@@ -1,6 +1,6 @@
 #include "whole_file.hpp"
 
-#include <algorithm>
+#include <array>
 #include <foundation/storage/vfs/exception.hpp>
 #include <span>
 #include <system_error>
@@ -24,10 +24,10 @@ std::unique_ptr<IReadableFile> OpenIfThere(const IStorageProvider& storage, cons
   }
 }
 
-void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, std::string_view bytes,
+void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, const Pieces& pieces,
                   Durability durability) {
   const auto writer = storage.OpenForWriting(file, WriteMode::CreateNew);
-  writer->Write(std::as_bytes(std::span(bytes)));
+  for (const std::string_view piece : pieces) writer->Write(std::as_bytes(std::span(piece)));
   if (durability == Durability::Flushed) writer->Flush();
   writer->Close();
 }
@@ -38,21 +38,35 @@ std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const 
   const auto reader = OpenIfThere(storage, file);
   if (!reader) return std::nullopt;
 
-  std::string bytes;
+  // One byte more than it should hold, so that its end is found without growing.
+  std::string bytes(storage.Stat(file).size + 1, '\0');
   std::size_t length = 0;
   for (std::size_t count = 1; count > 0; length += count) {
     if (length > limit) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
-    bytes.resize(std::max(length + 65536, length + length / 2));
+    if (length == bytes.size()) bytes.resize(length * 2);
     count = reader->Read(std::as_writable_bytes(std::span(bytes).subspan(length)));
   }
   bytes.resize(length);
   return bytes;
 }
 
+bool Holds(const IStorageProvider& storage, const AbsoluteIRI& file, const std::optional<std::string>& bytes) {
+  const auto reader = OpenIfThere(storage, file);
+  if (!reader || !bytes) return !reader && !bytes;
+
+  std::string_view rest = *bytes;
+  std::array<char, 65536> buffer;
+  while (const std::size_t count = reader->Read(std::as_writable_bytes(std::span(buffer)))) {
+    if (!rest.starts_with(std::string_view(buffer.data(), count))) return false;
+    rest.remove_prefix(count);
+  }
+  return rest.empty();
+}
+
 void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, const AbsoluteIRI& draft,
-                      std::string_view bytes, Durability durability) {
+                      const Pieces& pieces, Durability durability) {
   RemoveIfThere(storage, draft);
-  WriteNewFile(storage, draft, bytes, durability);
+  WriteNewFile(storage, draft, pieces, durability);
   storage.Rename(draft, file);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <foundation/storage/vfs/storage_provider.hpp>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,17 +15,23 @@ namespace Quorvex::PathEnvironment {
                                                        const foundation::storage::vfs::AbsoluteIRI& file,
                                                        std::size_t limit);
 
+/// Whether `file` holds just these bytes, or is not there for none.
+[[nodiscard]] bool Holds(const foundation::storage::vfs::IStorageProvider& storage,
+                         const foundation::storage::vfs::AbsoluteIRI& file, const std::optional<std::string>& bytes);
+
 enum class Durability : bool {
   Whole,    ///< whoever looks sees the old bytes or the new ones, also after this process was killed
   Flushed,  ///< and the new ones are safe from a power failure before they take the place of the old
 };
 
-/// Puts `bytes` in the place of what `file` held, in one step, by way of `draft`, a file in the same folder that no one
-/// else writes; what an interrupted call left there is swept. On failure the old bytes are still in place.
+/// What a file is to hold, one piece after the other.
+using Pieces = std::initializer_list<std::string_view>;
+
+/// Puts `pieces` in the place of what `file` held, in one step, by way of `draft`, a file in the same folder that no
+/// one else writes; what an interrupted call left there is swept. On failure the old bytes are still in place.
 void ReplaceWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
                       const foundation::storage::vfs::AbsoluteIRI& file,
-                      const foundation::storage::vfs::AbsoluteIRI& draft, std::string_view bytes,
-                      Durability durability);
+                      const foundation::storage::vfs::AbsoluteIRI& draft, const Pieces& pieces, Durability durability);
 
 /// Removes a file that may already be gone.
 void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,

@@ -41,6 +41,7 @@ Folders WithoutRepeats(const FolderRange& folders, FolderSet& seen) {
 
 Folders Without(const FolderSet& given, const Folders& list) {
   Folders kept;
+  kept.reserve(list.size() + given.size());
   std::copy_if(list.begin(), list.end(), std::back_inserter(kept),
                [&given](const AbsoluteIRI& folder) { return !given.contains(folder); });
   return kept;
