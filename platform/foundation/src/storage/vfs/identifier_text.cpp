@@ -242,8 +242,9 @@ class Parser {
 // Of a segment that is its own normal form, whatever stands beside it, but for a dot at its beginning.
 constexpr auto kPlain = [] {
   std::array<bool, 128> isPlain = {};
-  for (char16_t unit = 0; unit < isPlain.size(); ++unit) {
-    isPlain[unit] = IsLetter(unit) || IsDigit(unit) || Contains(u"._-+@", unit);
+  for (std::size_t unit = 0; unit < isPlain.size(); ++unit) {
+    const auto character = static_cast<char16_t>(unit);
+    isPlain[unit] = IsLetter(character) || IsDigit(character) || Contains(u"._-+@", character);
   }
   return isPlain;
 }();
@@ -254,8 +255,8 @@ bool IsPlainFile(std::u16string_view text) noexcept {
   if (!text.starts_with(root) || text.size() == root.size()) return false;
   char16_t previous = u'/';
   for (const char16_t unit : text.substr(root.size())) {
-    const bool isFine =
-        unit == u'/' ? previous != u'/' : unit < kPlain.size() && kPlain[unit] && !(unit == u'.' && previous == u'/');
+    const bool isAfterSeparator = previous == u'/';
+    const bool isFine = unit == u'/' || unit == u'.' ? !isAfterSeparator : unit < kPlain.size() && kPlain[unit];
     if (!isFine) return false;
     previous = unit;
   }
