@@ -85,7 +85,8 @@ std::string RunCommand(const std::string& command, const fs::path& root) {
   const fs::path work = root.parent_path();
   const fs::path state = work / "state";
   std::ofstream(work / "command") << "cd " << root << "\nPATH=" << PROGRAM_FOLDER << ":$PATH\nTOOLBOX=" << TOOLBOX
-                                  << "\nHOME=" << work / "home" << "\nXDG_STATE_HOME=" << state
+                                  << "\nHOME=" << work / "home"
+                                  << "\nXDG_STATE_HOME=" << state
                                   << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH\n"
                                   << command << '\n';
   const std::string quoted = '"' + work.string();

@@ -71,8 +71,11 @@ TEST_F(EditingCommands, AddWarnsOfAFolderThatMayNotBeListedAndAddsNothing) {
 TEST_F(EditingCommands, AddLetsAFailureOfStoragePassThatIsNoMatterOfTheFolder) {
   storage_.Through<FailingStorageProvider>()->Plan({StorageOperation::CheckFolder, InMemory(u"/a")});
 
-  EXPECT_THAT([] { return RunAdd({EditOf({"memory:///a"}), false}); },
-              testing::Throws<std::exception>(testing::Property(&std::exception::what, HasSubstr("memory:///a"))));
+  EXPECT_THAT(
+      [] {
+        return RunAdd({EditOf({"memory:///a"}), false});
+      },
+      testing::Throws<std::exception>(testing::Property(&std::exception::what, HasSubstr("memory:///a"))));
 }
 
 TEST_F(EditingCommands, AddLetsAFailureToSavePassAndLeavesThePathAsItWas) {
@@ -81,8 +84,11 @@ TEST_F(EditingCommands, AddLetsAFailureToSavePassAndLeavesThePathAsItWas) {
                                                     std::make_error_code(std::errc::no_space_on_device),
                                                     Persistence::Persistent});
 
-  EXPECT_THAT([] { return RunAdd({EditOf({"memory:///b"}), false}); },
-              foundation::storage::vfs::FailsWith(std::errc::no_space_on_device));
+  EXPECT_THAT(
+      [] {
+        return RunAdd({EditOf({"memory:///b"}), false});
+      },
+      foundation::storage::vfs::FailsWith(std::errc::no_space_on_device));
   EXPECT_EQ(OutcomeOf([] { return RunPath(SessionsPath()); }).out, "present     memory:///a\n");
 }
 
