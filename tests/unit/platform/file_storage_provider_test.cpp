@@ -1,21 +1,26 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/file_storage_provider.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <fstream>
+#include <future>
 #include <support/storage_matchers.hpp>
 #include <support/temporary_folder.hpp>
 #include <support/without_privileges.hpp>
+#include <thread>
 
 namespace foundation::storage::vfs {
 namespace {
 
 using testing::UnorderedElementsAre;
+using namespace std::chrono_literals;
 
 class FileStorageTest : public testing::Test {
  protected:
@@ -139,6 +144,30 @@ TEST_F(FileStorageTest, LeavesNoDescriptorOpen) {
   const auto lock = storage_.Lock(At("lock"), std::chrono::milliseconds(0));
 
   EXPECT_EQ(CountOpenDescriptors(), before + 1) << "the lock's, and no other";
+}
+
+TEST_F(FileStorageTest, LocksTheFileThatBearsTheNameEvenIfAnotherDidWhileItWaited) {
+  auto first = storage_.Lock(At("lock"), 0ms);
+  auto waiting = std::async(std::launch::async, [this] { return storage_.Lock(At("lock"), 10s); });
+  std::this_thread::sleep_for(20ms);  // until it has most likely opened the file
+  std::filesystem::remove(PathOf("lock"));
+  first.reset();
+
+  const auto second = waiting.get();
+  EXPECT_THAT([this] { static_cast<void>(storage_.Lock(At("lock"), 0ms)); }, FailsWith(std::errc::timed_out));
+}
+
+TEST_F(FileStorageTest, GivesALockUpThoughAForkedProcessLivesOn) {
+  auto lock = storage_.Lock(At("lock"), 0ms);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::pause();
+    ::_exit(0);
+  }
+  lock.reset();
+  EXPECT_NO_THROW(static_cast<void>(storage_.Lock(At("lock"), 0ms)));
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
 }
 
 TEST_F(FileStorageTest, ClosesItsDescriptorsInChildPrograms) {
