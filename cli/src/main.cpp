@@ -1,3 +1,4 @@
+#include <csignal>
 #include <exception>
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
@@ -54,6 +55,8 @@ ExitStatus RunSafely(const std::vector<std::string>& arguments) {
 }  // namespace vornixpath
 
 int main(int argc, char** argv) {
+  // A limit on the size of files is then an error of the write that meets it, and told as such.
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   std::ios::sync_with_stdio(false);  // a hundred thousand lines go out in large pieces
   return static_cast<int>(vornixpath::RunSafely(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc)));
 }
