@@ -1,5 +1,8 @@
 #include "folder_name_index.hpp"
 
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 #include <algorithm>
 #include <fl/filesystem/case_folding.hpp>
 #include <foundation/storage/vfs/exception.hpp>
@@ -23,8 +26,10 @@ std::u16string TextOf(const AbsoluteIRI& location) {
   }
 }
 
-std::u16string KeyOf(const std::u16string& name) {
-  return fl::filesystem::fold_case(name.substr(std::min(name.find_first_not_of(u"+@"), name.size())));
+std::uint64_t KeyOf(std::u16string_view name) {
+  name.remove_prefix(std::min(name.find_first_not_of(u"+@"), name.size()));
+  const std::u16string folded = fl::filesystem::fold_case(name);
+  return XXH3_64bits(folded.data(), folded.size() * sizeof(char16_t));
 }
 
 }  // namespace

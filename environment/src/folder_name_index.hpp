@@ -3,6 +3,7 @@
 
 #include <boost/container/small_vector.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
@@ -22,8 +23,13 @@ class FolderNameIndex {
 
  private:
   using Ordinals = boost::container::small_vector<Ordinal, 2>;  // most names are one folder's
+  struct AsItIs {
+    using is_avalanching = void;
+    std::size_t operator()(std::uint64_t hash) const noexcept { return static_cast<std::size_t>(hash); }
+  };
 
-  boost::unordered_flat_map<std::u16string, Ordinals> entries_;
+  // By the name's hash alone: two names that share one give some entries more, and a look-up touches no text.
+  boost::unordered_flat_map<std::uint64_t, Ordinals, AsItIs> entries_;
 };
 
 }  // namespace Quorvex::PathEnvironment
