@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <boost/unordered/unordered_flat_map.hpp>
-#include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
@@ -8,6 +7,8 @@
 #include <search_path_environment/saved_path_text.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <utility>
+
+#include "quoted_name.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -35,10 +36,6 @@ bool IsPlainPath(const Text& path) {
   return path.starts_with('/') && previous != '/';
 }
 
-std::string Displayed(std::string_view bytes) {
-  return '"' + fl::filesystem::to_displayed_text(fl::filesystem::from_bytes(bytes)) + '"';
-}
-
 AbsoluteIRI FolderIn(std::string_view line) {
   if (IsPlainPath(line)) {
     std::u16string text(kFilePrefix.size() + line.size(), u'\0');
@@ -48,7 +45,7 @@ AbsoluteIRI FolderIn(std::string_view line) {
 
   const std::u16string text = fl::filesystem::from_bytes(line);
   if (text.front() != u'/' && !foundation::storage::vfs::hasIRIPrefix(text)) {
-    throw std::invalid_argument(Displayed(line) + " is neither an absolute path nor an identifier");
+    throw std::invalid_argument(QuotedName(text) + " is neither an absolute path nor an identifier");
   }
   return PathManagement::GetIRIFromString(text);
 }
