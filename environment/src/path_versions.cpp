@@ -26,7 +26,6 @@ using foundation::storage::vfs::ListedEntry;
 
 namespace {
 
-constexpr std::size_t kLargestVersion = std::size_t{1} << 30U;
 constexpr std::u16string_view kDraft = u"draft";
 
 // By EditKind.
@@ -144,7 +143,7 @@ std::vector<PathVersion> PathVersions::Read(std::string_view current) const {
 }
 
 std::optional<PathVersion> PathVersions::ReadVersion(const File& file) const {
-  const auto bytes = ReadWholeFile(storage_, file.location, kLargestVersion);
+  const auto bytes = ReadWholeFile(storage_, file.location);
   if (!bytes) return std::nullopt;  // dropped since it was listed
 
   const std::size_t lineEnd = std::min(bytes->find('\n'), bytes->size());

@@ -21,9 +21,6 @@ using foundation::storage::vfs::StorageSystemReference;
 
 namespace {
 
-// Far more than any list of folders.
-constexpr std::size_t kLargestFile = std::size_t{1} << 30U;
-
 // The file itself and what stands beside it.
 class Places {
  public:
@@ -111,7 +108,7 @@ SavedPathFile::SavedPathFile(const AbsoluteIRI& file, StorageSystemReference sto
     : file_(file), storage_(std::move(storage)) {}
 
 std::optional<std::string> SavedPathFile::ReadBytes() const {
-  return ReadWholeFile(*storage_.ProviderFor(file_), file_, kLargestFile);
+  return ReadWholeFile(*storage_.ProviderFor(file_), file_);
 }
 
 SavedPathText SavedPathFile::Read() const { return Understand(ReadBytes()); }

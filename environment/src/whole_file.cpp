@@ -15,6 +15,9 @@ using foundation::storage::vfs::WriteMode;
 
 namespace {
 
+// Far more than any list of folders.
+constexpr std::size_t kLargest = std::size_t{1} << 30U;
+
 std::unique_ptr<IReadableFile> OpenIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {
   try {
     return storage.OpenForReading(file);
@@ -34,15 +37,19 @@ void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, cons
 
 }  // namespace
 
-std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, std::size_t limit) {
+std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
   const auto reader = OpenIfThere(storage, file);
   if (!reader) return std::nullopt;
 
-  // One byte more than it should hold, so that its end is found without growing.
-  std::string bytes(storage.Stat(file).size + 1, '\0');
+  const auto requireSize = [&](std::uint64_t size) {
+    if (size > kLargest) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
+  };
+  const std::uint64_t size = storage.Stat(file).size;
+  requireSize(size);                  // before as much memory is asked for
+  std::string bytes(size + 1, '\0');  // one byte more, so that the end is found without growing
   std::size_t length = 0;
   for (std::size_t count = 1; count > 0; length += count) {
-    if (length > limit) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
+    requireSize(length);
     if (length == bytes.size()) bytes.resize(length * 2);
     count = reader->Read(std::as_writable_bytes(std::span(bytes).subspan(length)));
   }

@@ -10,10 +10,9 @@
 namespace Quorvex::PathEnvironment {
 
 /// The bytes of `file`; nothing when there is no such file. Throws the storage layer's Exception, with
-/// std::errc::file_too_large when it holds more than `limit`.
+/// std::errc::file_too_large for one of more than a gibibyte.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
-                                                       const foundation::storage::vfs::AbsoluteIRI& file,
-                                                       std::size_t limit);
+                                                       const foundation::storage::vfs::AbsoluteIRI& file);
 
 /// Whether `file` holds just these bytes, or is not there for none.
 [[nodiscard]] bool Holds(const foundation::storage::vfs::IStorageProvider& storage,

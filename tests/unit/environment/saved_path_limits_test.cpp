@@ -59,6 +59,14 @@ class SavedPathOnDisk : public testing::Test {
       return isAsExpected ? Outcome::AsExpected : Outcome::Otherwise;
     }
   }
+  [[nodiscard]] std::error_code TryToRead() const {
+    try {
+      static_cast<void>(File().ReadBytes());
+      return {};
+    } catch (const Exception& failure) {
+      return failure.GetError();
+    }
+  }
   // What `run` comes to in a process of its own, which it may limit as it likes.
   [[nodiscard]] static Outcome InChild(const std::function<Outcome()>& run) {
     const pid_t child = fork();
@@ -99,6 +107,12 @@ TEST_F(SavedPathOnDisk, SurvivesAFolderThatMayNotBeWritten) {
             }),
             Outcome::AsExpected);
   std::filesystem::permissions(Folder(), std::filesystem::perms(0755));
+}
+
+TEST_F(SavedPathOnDisk, IsRefusedWhenTooLargeBeforeItIsRead) {
+  std::ofstream(Folder() / "path");
+  std::filesystem::resize_file(Folder() / "path", std::uintmax_t{10} << 30U);  // sparse
+  EXPECT_EQ(TryToRead(), std::errc::file_too_large);
 }
 
 // Puts a small file system over `folder`, for this process alone.
