@@ -62,6 +62,20 @@ extern SEARCH_PATH_UTILITIES_EXPORT const SearchScope VisibleScope;
     const IPath& path, const foundation::storage::vfs::Folder& folder, const detail::SearchTarget& target,
     FilenameMatchingPolicy policy);
 
+/// Every file of `entry` whose extension is one of `extensions`, in the entry's own order.
+///
+/// Extensions are compared whole, dot included, by the entry's comparator for `policy`. A file is listed once for each
+/// wanted extension that matches it, so one that is wanted twice is listed twice in a row. A comparator that is null or
+/// empty throws `std::bad_function_call` when there is something to compare. O(items x extensions).
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT std::vector<FoundItem> FindFilesByExtensions(
+    const std::shared_ptr<const IPathEntry>& entry, const std::vector<std::u16string>& extensions,
+    FilenameMatchingPolicy policy);
+
+/// The same for every entry of `path` that `scope` selects, in path order. Hidden files are listed as well as visible
+/// ones, and an entry that the walk visits twice contributes its files twice.
+[[nodiscard]] SEARCH_PATH_UTILITIES_EXPORT std::vector<FoundItem> FindFilesByExtensions(
+    const IPath& path, SearchScope scope, const std::vector<std::u16string>& extensions, FilenameMatchingPolicy policy);
+
 /// A partial pathname: the last few folders of a place, the file's own name left out. Names are compared from the end,
 /// so it can be read in both directions.
 using PartialPathname = detail::AnyRangeAdapter<std::u16string, boost::bidirectional_traversal_tag>;

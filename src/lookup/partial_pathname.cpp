@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "or_empty.hpp"
+
 namespace Quorvex::PathManagement {
 
 namespace {
@@ -45,12 +47,6 @@ class Components {
 };
 
 using Folders = Components::Names::const_reverse_iterator;
-
-// An entry without a comparator fails as one with an empty comparator does: when a name is compared.
-const FilenameComparator& OrEmpty(const std::shared_ptr<const FilenameComparator>& comparator) {
-  static const FilenameComparator empty;
-  return comparator ? *comparator : empty;
-}
 
 bool MatchesLeniently(const std::u16string& wanted, std::u16string folder, const FilenameComparator& matches) {
   if (matches(wanted, folder)) return true;
@@ -116,7 +112,7 @@ bool DoesPartialPathnameMatchPathEntryIRI(
   const auto comparator = entry->GetFilenameComparator(policy);
 
   const auto isMatch = [&](const auto& wanted, std::u16string folder) {
-    return MatchesLeniently(wanted, std::move(folder), OrEmpty(comparator));
+    return MatchesLeniently(wanted, std::move(folder), detail::OrEmpty(comparator));
   };
   const Progress progress = CompareFromTheEnd(partial.begin(), partial.end(), folders, isMatch);
   return progress.isPartialUsedUp && MayGoUnnamed(progress.folder, folders.End());
@@ -128,11 +124,12 @@ bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path, const PartialPathna
   const Names first = partial.begin();
   for (Names last = partial.end(); last != first; --last) {
     const auto comparator = entry->GetFilenameComparator(policy);
-    if (!MatchesLeniently(*std::prev(last), entry->GetAbsoluteIRI().getName(), OrEmpty(comparator))) return false;
+    if (!MatchesLeniently(*std::prev(last), entry->GetAbsoluteIRI().getName(), detail::OrEmpty(comparator)))
+      return false;
 
     // Beyond the main entry there is its location alone. The name just matched is compared again: here its mark counts.
     EntryPtr parent = path.GetParentEntryForEntry(*entry);
-    if (!parent) return EndLocationOf(*entry, first, last, OrEmpty(comparator));
+    if (!parent) return EndLocationOf(*entry, first, last, detail::OrEmpty(comparator));
     entry = std::move(parent);
   }
   return IsOutsideAnyPackage(path, std::move(entry));
@@ -155,7 +152,7 @@ bool DoesPartialPathnameStrictlyMatchPathEntryIRI(const PartialPathname& partial
                                                   const FilenameMatchingPolicy& policy) {
   const auto comparator = entry.GetFilenameComparator(policy);
   return DoesPartialPathnameStrictlyMatchPathString(partial, GetStringFromIRI(entry.GetAbsoluteIRI()),
-                                                    OrEmpty(comparator));
+                                                    detail::OrEmpty(comparator));
 }
 
 }  // namespace Quorvex::PathManagement
