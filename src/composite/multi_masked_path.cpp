@@ -27,8 +27,8 @@ std::vector<EntryPtr> WithoutNull(std::vector<EntryPtr> entries) {
   throw std::invalid_argument("masked entry " + std::to_string(null - entries.begin()) + " is null");
 }
 
-const EntryPtr& EntryOf(const EntryPtr& entry) { return entry; }
-EntryPtr EntryOf(const FoundItem& found) { return found.GetPathEntry(); }
+const IPathEntry& EntryOf(const EntryPtr& entry) { return *entry; }
+const IPathEntry& EntryOf(const FoundItem& found) { return *found.GetPathEntry(); }
 
 // Of entries, or of items by their entries, that stand in the order of `path`, those at one position.
 template <class List>
@@ -38,12 +38,12 @@ class Position {
 
   [[nodiscard]] auto Begin(const List& list) const {
     return std::partition_point(list.begin(), list.end(), [this](const auto& element) {
-      return path_.FirstEntryIsBeforeSecondOnPath(*EntryOf(element), entry_);
+      return path_.FirstEntryIsBeforeSecondOnPath(EntryOf(element), entry_);
     });
   }
   [[nodiscard]] auto End(typename List::const_iterator from, const List& list) const {
     return std::partition_point(from, list.end(), [this](const auto& element) {
-      return !path_.FirstEntryIsBeforeSecondOnPath(entry_, *EntryOf(element));
+      return !path_.FirstEntryIsBeforeSecondOnPath(entry_, EntryOf(element));
     });
   }
 
