@@ -56,6 +56,16 @@ struct MatchOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+struct FilesOptions {
+  std::vector<std::string> extensions;  ///< each may list several, as for `which`
+  PathOptions path;
+  std::string scope = "visible";  ///< one of the names in scope_name.hpp
+  bool ignoreCase = false;
+  bool strict = false;
+  bool json = false;
+  OutputForm form = OutputForm::Lines;
+};
+
 struct PathListOptions {
   PathOptions path;
   bool json = false;
@@ -98,8 +108,8 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, PathListOptions, AddOptions, RemoveOptions,
-                             UndoOptions, LogOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, PathListOptions, AddOptions,
+                             RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

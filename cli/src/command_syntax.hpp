@@ -38,6 +38,7 @@ struct CommandSyntax {
 CommandSyntax AddWhich(CLI::App& app);
 CommandSyntax AddWhy(CLI::App& app);
 CommandSyntax AddMatch(CLI::App& app);
+CommandSyntax AddFiles(CLI::App& app);
 CommandSyntax AddPath(CLI::App& app);
 
 // editing_syntax.cpp

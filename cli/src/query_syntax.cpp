@@ -1,6 +1,7 @@
 // The commands that ask about a path.
 
 #include "command_syntax.hpp"
+#include "scope_name.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
@@ -76,6 +77,13 @@ MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
   return options;
 }
 
+FilesOptions Completed(FilesOptions options, const Positionals& positionals) {
+  options.extensions = positionals.AtLeastOne(".EXT");
+  RefuseTwoPaths(options.path);
+  RefuseTwoForms(options.json, options.form);
+  return options;
+}
+
 PathListOptions Completed(PathListOptions options, const Positionals& positionals) {
   positionals.RequireNone();
   RefuseTwoPaths(options.path);
@@ -137,6 +145,31 @@ CommandSyntax AddMatch(CLI::App& app) {
       "PARTIAL is made of folder names: pkg/Cls matches +pkg/@Cls. One that begins with '/' is a whole path.\n"
       "Exit status: 0 something matches, 1 nothing does, 2 wrong usage, 4 could not work.\n\n"
       "  vornixpath match geometry/Point --path ~/toolbox");
+  return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
+}
+
+CommandSyntax AddFiles(CLI::App& app) {
+  const auto options = std::make_shared<FilesOptions>();
+  CLI::App& command =
+      AddCommand(app, "files", ".EXT...", "List all files with one of the extensions, whether hidden or not");
+  AddPathOptions(command, options->path);
+  command
+      .add_option("--scope", options->scope,
+                  "The folders to look into: the plain ones (main), all\n"
+                  "but resources (visible), all, or those of one kind")
+      ->type_name("KIND")
+      ->check(CLI::IsMember(ScopeNames()))
+      ->capture_default_str();
+  command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to extensions");
+  AddUnreadableIsFailureFlag(command, options->strict);
+  AddJsonFlag(command, options->json);
+  AddNulFlag(command, options->form);
+  command.footer(
+      "A file's extension begins at its last dot, unless that is its first character; '' lists files without one.\n"
+      "Files come in the order of the path, those of one folder by name.\n"
+      "Exit status: 0 some listed, 1 there are none, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
+      "  vornixpath files .vnx --path ~/toolbox\n"
+      "  vornixpath files .h .hpp --scope main --path /usr/include");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
 }
 
