@@ -17,4 +17,8 @@ void RegisterMemory();
 /// Edits and a listing of a saved path of 100,000 folders by the tool, beside reading and writing that file.
 void RegisterEditing();
 
+/// The first list of a path over 1,000,000 entries, a third of them repeated, beside putting their locations into a
+/// set.
+void RegisterDeduplication();
+
 }  // namespace bench

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
   bench::RegisterLoading();
   bench::RegisterMemory();
   bench::RegisterEditing();
+  bench::RegisterDeduplication();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
 
