@@ -172,12 +172,13 @@ TEST_P(StorageContract, CannotListWhatIsNoFolder) {
   EXPECT_THAT([&] { return Storage().List(At(u"file")); }, FailsWith(std::errc::not_a_directory));
 }
 
-TEST_P(StorageContract, PassesAFolderThatCanBeListed) {
+TEST_P(StorageContract, TellsWhichFolderItIsThatCanBeListed) {
   Storage().CreateFolder(At(u"folder"));
   AddLink(u"link", u"folder");
 
-  EXPECT_NO_THROW(Storage().CheckFolder(At(u"folder")));
-  EXPECT_NO_THROW(Storage().CheckFolder(At(u"link")));
+  const FileIdentity identity = Storage().Stat(At(u"folder")).identity;
+  EXPECT_EQ(Storage().CheckFolder(At(u"folder")), identity);
+  EXPECT_EQ(Storage().CheckFolder(At(u"link")), identity);
 }
 
 TEST_P(StorageContract, FailsTheCheckOfWhatCannotBeListed) {

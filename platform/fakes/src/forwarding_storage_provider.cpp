@@ -66,9 +66,9 @@ vfs::FolderListing ForwardingStorageProvider::List(const vfs::AbsoluteIRI& folde
   return inner_->List(folder);
 }
 
-void ForwardingStorageProvider::CheckFolder(const vfs::AbsoluteIRI& folder) const {
+vfs::FileIdentity ForwardingStorageProvider::CheckFolder(const vfs::AbsoluteIRI& folder) const {
   Announce(StorageOperation::CheckFolder, folder);
-  inner_->CheckFolder(folder);
+  return inner_->CheckFolder(folder);
 }
 
 vfs::FileStatus ForwardingStorageProvider::Stat(const vfs::AbsoluteIRI& location) const {

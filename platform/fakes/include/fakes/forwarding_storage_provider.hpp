@@ -19,7 +19,7 @@ class FAKES_EXPORT ForwardingStorageProvider : public vfs::IStorageProvider {
   ~ForwardingStorageProvider() override;
 
   [[nodiscard]] vfs::FolderListing List(const vfs::AbsoluteIRI& folder) const override;
-  void CheckFolder(const vfs::AbsoluteIRI& folder) const override;
+  vfs::FileIdentity CheckFolder(const vfs::AbsoluteIRI& folder) const override;
   [[nodiscard]] vfs::FileStatus Stat(const vfs::AbsoluteIRI& location) const override;
   [[nodiscard]] vfs::AbsoluteIRI CanonicalLocation(const vfs::AbsoluteIRI& location) const override;
   [[nodiscard]] bool ComparesNamesExactly(const vfs::AbsoluteIRI& folder) const override;

@@ -127,8 +127,9 @@ FolderListing FileStorageProvider::List(const AbsoluteIRI& folder) const {
   return FolderReader(operation).ReadAll();
 }
 
-void FileStorageProvider::CheckFolder(const AbsoluteIRI& folder) const {
-  static_cast<void>(OpenFolder(Operation("check", folder)));
+FileIdentity FileStorageProvider::CheckFolder(const AbsoluteIRI& folder) const {
+  const Operation operation("check", folder);
+  return detail::IdentityOf(StatusOf(operation, OpenFolder(operation)));
 }
 
 FileStatus FileStorageProvider::Stat(const AbsoluteIRI& location) const {

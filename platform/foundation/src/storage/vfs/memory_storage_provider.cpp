@@ -35,7 +35,9 @@ void MemoryStorageProvider::AddLink(std::u16string_view path, std::u16string_vie
 
 FolderListing MemoryStorageProvider::List(const AbsoluteIRI& folder) const { return tree_->List({"list", folder}); }
 
-void MemoryStorageProvider::CheckFolder(const AbsoluteIRI& folder) const { tree_->RequireFolder({"check", folder}); }
+FileIdentity MemoryStorageProvider::CheckFolder(const AbsoluteIRI& folder) const {
+  return tree_->RequireFolder({"check", folder});
+}
 
 FileStatus MemoryStorageProvider::Stat(const AbsoluteIRI& location) const { return tree_->Stat({"examine", location}); }
 

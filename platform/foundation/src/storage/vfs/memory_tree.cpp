@@ -197,10 +197,11 @@ AbsoluteIRI MemoryTree::CanonicalLocation(const Operation& operation) const {
   return CanonicalOfDeepestExisting(operation.GetLocation(), canonicalOf);
 }
 
-void MemoryTree::RequireFolder(const Operation& operation) const {
+FileIdentity MemoryTree::RequireFolder(const Operation& operation) const {
   const std::lock_guard lock(mutex_);
   const Place place = Find(operation, LastLink::Followed);
   if (place.node->AsFolder() == nullptr) operation.Fail(std::errc::not_a_directory);
+  return {device_, place.node->inode};
 }
 
 void MemoryTree::Rename(const Operation& operation, const Operation& destination) {

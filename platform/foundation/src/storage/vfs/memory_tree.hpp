@@ -29,7 +29,7 @@ class MemoryTree {
   [[nodiscard]] FolderListing List(const Operation& operation) const;
   [[nodiscard]] FileStatus Stat(const Operation& operation) const;
   [[nodiscard]] AbsoluteIRI CanonicalLocation(const Operation& operation) const;
-  void RequireFolder(const Operation& operation) const;
+  FileIdentity RequireFolder(const Operation& operation) const;
   void Rename(const Operation& operation, const Operation& destination);
   void Remove(const Operation& operation);
   void CreateFolder(const Operation& operation);

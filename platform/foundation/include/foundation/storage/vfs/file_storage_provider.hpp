@@ -14,7 +14,7 @@ class FOUNDATION_EXPORT FileStorageProvider final : public IStorageProvider {
   ~FileStorageProvider() override;
 
   [[nodiscard]] FolderListing List(const AbsoluteIRI& folder) const override;
-  void CheckFolder(const AbsoluteIRI& folder) const override;
+  FileIdentity CheckFolder(const AbsoluteIRI& folder) const override;
   [[nodiscard]] FileStatus Stat(const AbsoluteIRI& location) const override;
   [[nodiscard]] AbsoluteIRI CanonicalLocation(const AbsoluteIRI& location) const override;
   /// Always true: letter case matters.

@@ -34,7 +34,7 @@ class FOUNDATION_EXPORT MemoryStorageProvider final : public IStorageProvider {
   void AddLink(std::u16string_view path, std::u16string_view target);
 
   [[nodiscard]] FolderListing List(const AbsoluteIRI& folder) const override;
-  void CheckFolder(const AbsoluteIRI& folder) const override;
+  FileIdentity CheckFolder(const AbsoluteIRI& folder) const override;
   [[nodiscard]] FileStatus Stat(const AbsoluteIRI& location) const override;
   /// Under IgnoreCase, in the spelling with which things were made.
   [[nodiscard]] AbsoluteIRI CanonicalLocation(const AbsoluteIRI& location) const override;

@@ -121,8 +121,8 @@ class FOUNDATION_EXPORT IStorageProvider {
   /// What `folder` holds: all of it, or an Exception. What appears or vanishes meanwhile may or may not be listed.
   [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& folder) const = 0;
 
-  /// Returns when `folder` can be listed; fails as List would at once, without reading a name.
-  virtual void CheckFolder(const AbsoluteIRI& folder) const = 0;
+  /// Which folder `folder` is, when it can be listed; fails as List would at once, without reading a name.
+  virtual FileIdentity CheckFolder(const AbsoluteIRI& folder) const = 0;
 
   /// Follows links; fails when there is nothing, also at the end of a link.
   [[nodiscard]] virtual FileStatus Stat(const AbsoluteIRI& location) const = 0;
