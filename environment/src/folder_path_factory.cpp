@@ -1,7 +1,6 @@
 #include <fl/filesystem/displayed_text.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
 #include "parallel.hpp"
@@ -31,22 +30,21 @@ std::shared_ptr<const PathManagement::IPath> FolderPathFactory::CreatePath(const
 
 std::shared_ptr<const FolderPath> FolderPathFactory::CreateFolderPath(const std::vector<AbsoluteIRI>& folders,
                                                                       const IPathEntryFactory& entries) const {
-  std::vector<std::size_t> firsts;
+  return CreateFolderPath(DistinctFolders(folders), entries);
+}
+
+std::shared_ptr<const FolderPath> FolderPathFactory::CreateFolderPath(const DistinctFolders& folders,
+                                                                      const IPathEntryFactory& entries) const {
+  // Order is precedence: a later twin can never be reached.
   std::vector<PathProblem> problems;
-  std::unordered_set<AbsoluteIRI> seen;
-  for (std::size_t position = 0; position < folders.size(); ++position) {
-    const AbsoluteIRI& folder = folders[position];
-    if (seen.insert(folder).second) {
-      firsts.push_back(position);
-    } else {
-      // Order is precedence: a later twin can never be reached.
-      problems.push_back({folder, ProblemKind::Repeated, {}, position});
-    }
+  for (const DroppedFolder& dropped : folders.GetDropped()) {
+    problems.push_back({dropped.location, ProblemKind::Repeated, {}, dropped.position});
   }
 
-  std::vector<FolderPath::Folder> listed(firsts.size());
-  InParallel(firsts.size(), [&](std::size_t i) {
-    listed[i] = {FolderEntryFor(folders[firsts[i]], entries), firsts[i]};
+  const std::vector<KeptFolder>& kept = folders.GetKept();
+  std::vector<FolderPath::Folder> listed(kept.size());
+  InParallel(kept.size(), [&](std::size_t i) {
+    listed[i] = {FolderEntryFor(kept[i].location, entries), kept[i].position};
   });
   return std::make_shared<const FolderPath>(listed, std::move(problems));
 }

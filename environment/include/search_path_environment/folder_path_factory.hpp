@@ -1,5 +1,6 @@
 #pragma once
 
+#include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/export.hpp>
 #include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/factories.hpp>
@@ -13,8 +14,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPathFactory final : public PathManage
  public:
   ~FolderPathFactory() override;
 
-  /// The path over `folders`. `entries` must be safe from any thread and make `FolderEntry` objects; any other entry
-  /// throws `std::invalid_argument` naming the folder.
+  /// The path over `folders`, whose identifiers alone are compared: a repeat is left out and reported. `entries` must
+  /// be safe from any thread and make `FolderEntry` objects; any other entry throws `std::invalid_argument` naming the
+  /// folder.
   [[nodiscard]] std::shared_ptr<const PathManagement::IPath> CreatePath(
       const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders,
       const PathManagement::IPathEntryFactory& entries) const override;
@@ -23,6 +25,10 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPathFactory final : public PathManage
   [[nodiscard]] std::shared_ptr<const FolderPath> CreateFolderPath(
       const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders,
       const PathManagement::IPathEntryFactory& entries) const;
+
+  /// The path over those of `folders` that stay; those that are dropped are reported.
+  [[nodiscard]] std::shared_ptr<const FolderPath> CreateFolderPath(
+      const DistinctFolders& folders, const PathManagement::IPathEntryFactory& entries) const;
 };
 
 }  // namespace Quorvex::PathEnvironment
