@@ -17,12 +17,13 @@ enum class OutputForm {
   NulTerminated  ///< exact bytes, each result ended by a NUL
 };
 
-/// Where the folders of the path come from: at most one of these. Without any, the environment variable VORNIX_PATH, or
-/// else the default session.
+/// Where the folders of the path come from: at most one of the first three. Without any, the environment variable
+/// VORNIX_PATH, or else the default session.
 struct PathOptions {
   std::optional<std::string> text;
   std::optional<std::string> file;
   std::optional<std::string> session;
+  std::vector<std::string> masks;  ///< folders to be taken for absent
 };
 
 struct WhichOptions {

@@ -73,6 +73,21 @@ void AddSessionOption(CLI::App& command, std::optional<std::string>& session) {
       ->type_name("FILE");
 }
 
+void AddMaskOption(CLI::App& command, PathOptions& path) {
+  // A callback for each, because CLI11 takes the values of a list apart.
+  command
+      .add_option_function<std::string>(
+          "--mask",
+          [&path](const std::string& folder) {
+            if (folder.empty()) throw UsageError("the FOLDER of --mask is empty");
+            path.masks.push_back(folder);
+          },
+          "Answer as though FOLDER were not on the path, in\n"
+          "whatever spelling; may be repeated")
+      ->trigger_on_parse()
+      ->type_name("FOLDER");
+}
+
 void RefuseTwoForms(bool json, OutputForm form) {
   if (json && form == OutputForm::NulTerminated) throw UsageError("--json and -0 exclude each other");
 }

@@ -59,6 +59,7 @@ CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& 
 void AddNulFlag(CLI::App& command, OutputForm& form);
 void AddJsonFlag(CLI::App& command, bool& json);
 void AddSessionOption(CLI::App& command, std::optional<std::string>& session);
+void AddMaskOption(CLI::App& command, PathOptions& path);
 
 /// Throw UsageError.
 void RefuseTwoForms(bool json, OutputForm form);

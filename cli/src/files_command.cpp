@@ -59,13 +59,13 @@ void ReportNone(const std::vector<std::u16string>& extensions) {
 }  // namespace
 
 ExitStatus RunFiles(const FilesOptions& options) {
-  const auto path = LoadPath(options.path);
-  const std::vector<PathProblem> troubles = TroublesOf(*path);
+  const LoadedPath path = LoadPath(options.path);
+  const std::vector<PathProblem> troubles = TroublesOf(path);
   Warn(troubles);
 
   const std::vector<std::u16string> extensions = ExtensionsFrom(options.extensions);
   std::vector<FoundItem> files = Quorvex::PathManagement::FindFilesByExtensions(
-      *path, ScopeFromName(options.scope), extensions, PolicyFor(options.ignoreCase));
+      path.GetView(), ScopeFromName(options.scope), extensions, PolicyFor(options.ignoreCase));
   KeepEachOnce(files);
 
   if (options.json) {

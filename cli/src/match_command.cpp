@@ -23,9 +23,9 @@ namespace vornixpath {
 namespace {
 
 namespace json = boost::json;
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
+using Quorvex::PathManagement::IPath;
 using Quorvex::PathManagement::IPathEntry;
 using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
@@ -39,7 +39,7 @@ Entries KeepStrictMatches(Entries entries, const std::u16string& partial, Filena
   return entries;
 }
 
-Entries MatchesOf(const std::u16string& partial, const FolderPath& path, FilenameMatchingPolicy policy, bool strict) {
+Entries MatchesOf(const std::u16string& partial, const IPath& path, FilenameMatchingPolicy policy, bool strict) {
   Entries entries = path.GetPartiallyMatchingEntries(AllKinds(), partial, policy);
   return strict ? KeepStrictMatches(std::move(entries), partial, policy) : entries;
 }
@@ -56,12 +56,12 @@ void WriteAsJson(const std::u16string& partial, const Entries& entries, const st
 }  // namespace
 
 ExitStatus RunMatch(const MatchOptions& options) {
-  const auto path = LoadPath(options.path);
-  const std::vector<PathProblem> troubles = TroublesOf(*path);
+  const LoadedPath path = LoadPath(options.path);
+  const std::vector<PathProblem> troubles = TroublesOf(path);
   Warn(troubles);
 
   const std::u16string partial = fl::filesystem::from_bytes(options.partial);
-  const Entries entries = MatchesOf(partial, *path, PolicyFor(options.ignoreCase), options.strict);
+  const Entries entries = MatchesOf(partial, path.GetView(), PolicyFor(options.ignoreCase), options.strict);
   if (options.json) {
     WriteAsJson(partial, entries, troubles);
   } else {

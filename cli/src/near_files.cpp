@@ -22,7 +22,6 @@ namespace vornixpath {
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::FoundItem;
 using Quorvex::PathManagement::PathEntryType;
@@ -43,19 +42,20 @@ bool Contains(const FolderNames& names, const std::u16string& name) {
 
 class Search {
  public:
-  Search(const FolderPath& path, const Standpoint& standpoint, const Question& question, const FolderNumbers& numbers)
+  Search(const LoadedPath& path, const Standpoint& standpoint, const Question& question, const FolderNumbers& numbers)
       : path_(path),
+        view_(path.GetView()),
         numbers_(numbers),
         written_(ComparableNamesIn(FolderPartOf(question.Target().GetBaseName()))),
         wanted_(question.Target(), standpoint.policy == FilenameMatchingPolicy::CaseInsensitive),
         reach_(standpoint, question.Target()) {}
 
   std::vector<NearFile> Run() && {
-    path_.ForEachEntry(AllKinds(), [this](const EntryPtr& entry) {
+    view_.ForEachEntry(AllKinds(), [this](const EntryPtr& entry) {
       LookThrough(entry);
       return false;
     });
-    const auto folders = path_.GetMainEntries();
+    const auto folders = view_.GetMainEntries();
     for (const EntryPtr& folder : *folders) LookBelow(*folder);
     std::stable_sort(near_.begin(), near_.end(), IsLikelier);
     KeepEachLocationOnce();
@@ -114,7 +114,7 @@ class Search {
 
   // A class may be left out of a partial pathname, but no package may.
   bool StandsInUnnamedPackage(const EntryPtr& entry) const {
-    for (EntryPtr outer = entry; outer; outer = path_.GetParentEntryForEntry(*outer)) {
+    for (EntryPtr outer = entry; outer; outer = view_.GetParentEntryForEntry(*outer)) {
       if (outer->GetEntryType() != PathEntryType::Package) continue;
       if (!Contains(written_, ComparableNamesIn(outer->GetAbsoluteIRI().getName()).front())) return true;
     }
@@ -141,7 +141,8 @@ class Search {
     near_.erase(std::remove_if(near_.begin(), near_.end(), isKnown), near_.end());
   }
 
-  const FolderPath& path_;
+  const LoadedPath& path_;
+  const Quorvex::PathManagement::IPath& view_;
   const FolderNumbers& numbers_;
   FolderNames written_;
   WantedName wanted_;
@@ -151,7 +152,7 @@ class Search {
 
 }  // namespace
 
-std::vector<NearFile> FindNearFiles(const FolderPath& path, const Standpoint& standpoint, const Question& question,
+std::vector<NearFile> FindNearFiles(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
                                     const FolderNumbers& numbers) {
   return Search(path, standpoint, question, numbers).Run();
 }

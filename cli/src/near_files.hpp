@@ -1,11 +1,11 @@
 #pragma once
 
 #include <boost/optional/optional.hpp>
-#include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/found_item.hpp>
 #include <vector>
 
 #include "folder_numbers.hpp"
+#include "loaded_path.hpp"
 #include "near_name.hpp"
 #include "question.hpp"
 #include "standpoint.hpp"
@@ -22,8 +22,7 @@ struct NearFile {
 };
 
 /// All of them, likelier first, then in path order, each location once. Touches storage as `FindNearNames` says.
-[[nodiscard]] std::vector<NearFile> FindNearFiles(const Quorvex::PathEnvironment::FolderPath& path,
-                                                  const Standpoint& standpoint, const Question& question,
-                                                  const FolderNumbers& numbers);
+[[nodiscard]] std::vector<NearFile> FindNearFiles(const LoadedPath& path, const Standpoint& standpoint,
+                                                  const Question& question, const FolderNumbers& numbers);
 
 }  // namespace vornixpath

@@ -16,7 +16,7 @@ namespace vornixpath {
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathEnvironment::FolderPath;
+using Quorvex::PathManagement::IPath;
 using Quorvex::PathManagement::PathEntryType;
 
 // More would only bury the likely ones.
@@ -43,7 +43,7 @@ std::vector<NearFile> LikeliestOf(const std::vector<NearFile>& files) {
 }
 
 // The names of the special folders from the folder of the path down to `entry`, marks left out: "geometry/Point/".
-std::u16string FoldersWithinPath(const FolderPath& path, EntryPtr entry) {
+std::u16string FoldersWithinPath(const IPath& path, EntryPtr entry) {
   std::u16string folders;
   for (EntryPtr parent; (parent = path.GetParentEntryForEntry(*entry)); entry = parent) {
     const std::u16string name = entry->GetAbsoluteIRI().getName();
@@ -57,7 +57,7 @@ std::u16string FoldersWithinPath(const FolderPath& path, EntryPtr entry) {
 /// Finds names for near files.
 class Naming {
  public:
-  Naming(const FolderPath& path, const Standpoint& standpoint, const Question& question)
+  Naming(const IPath& path, const Standpoint& standpoint, const Question& question)
       : path_(path), standpoint_(standpoint), question_(question) {}
 
   NearName operator()(const NearFile& near) const {
@@ -109,17 +109,17 @@ class Naming {
     near.needsNoExtension = !near.otherName.empty();
   }
 
-  const FolderPath& path_;
+  const IPath& path_;
   const Standpoint& standpoint_;
   const Question& question_;
 };
 
 }  // namespace
 
-NearNames FindNearNames(const FolderPath& path, const Standpoint& standpoint, const Question& question,
+NearNames FindNearNames(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
                         const FolderNumbers& numbers) {
   const std::vector<NearFile> files = FindNearFiles(path, standpoint, question, numbers);
-  const Naming named(path, standpoint, question);
+  const Naming named(path.GetView(), standpoint, question);
   NearNames near{{}, 0};
   for (const NearFile& file : LikeliestOf(files)) near.likeliest.push_back(named(file));
   near.further = files.size() - near.likeliest.size();

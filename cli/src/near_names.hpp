@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <search_path_environment/folder_path.hpp>
 #include <vector>
 
 #include "folder_numbers.hpp"
+#include "loaded_path.hpp"
 #include "near_name.hpp"
 #include "question.hpp"
 #include "standpoint.hpp"
@@ -21,7 +21,7 @@ struct NearNames {
 ///
 /// Looks at every file of the path once, and asks storage, now, what the direct plain subfolders of the path's folders
 /// hold. A subfolder that cannot be listed is passed over.
-[[nodiscard]] NearNames FindNearNames(const Quorvex::PathEnvironment::FolderPath& path, const Standpoint& standpoint,
-                                      const Question& question, const FolderNumbers& numbers);
+[[nodiscard]] NearNames FindNearNames(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
+                                      const FolderNumbers& numbers);
 
 }  // namespace vornixpath

@@ -4,6 +4,7 @@
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iterator>
+#include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
 #include <search_path_environment/main_search_path_manager.hpp>
@@ -21,6 +22,7 @@ namespace vornixpath {
 namespace {
 
 using foundation::core::except::Notification;
+using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::FolderEntryFactory;
 using Quorvex::PathEnvironment::FolderPathFactory;
 using Quorvex::PathEnvironment::MainSearchPathManager;
@@ -39,9 +41,11 @@ void TellConsequences(const Folders& before, const Folders& after) {
   for (const FolderChange& change : changes) WriteSafeResult(InWords(change), OutputForm::Lines);
   if (changes.empty()) return;
 
-  const FolderEntryFactory entries(foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference());
-  const auto oldPath = FolderPathFactory().CreateFolderPath(before, entries);
-  const auto newPath = FolderPathFactory().CreateFolderPath(after, entries);
+  // As queries read them.
+  const auto storage = foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference();
+  const FolderEntryFactory entries(storage);
+  const auto oldPath = FolderPathFactory().CreateFolderPath(DistinctFolders(before, storage), entries);
+  const auto newPath = FolderPathFactory().CreateFolderPath(DistinctFolders(after, storage), entries);
   Warn(TroublesOf(*newPath));
   for (const ChangedName& name : ChangedNames(*oldPath, *newPath, changes)) {
     WriteSafeResult(InWords(name), OutputForm::Lines);

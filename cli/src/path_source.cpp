@@ -1,18 +1,18 @@
 #include "path_source.hpp"
 
+#include <algorithm>
 #include <array>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
-#include <search_path_environment/folder_entry_factory.hpp>
-#include <search_path_environment/folder_path_factory.hpp>
 #include <search_path_environment/location_from_text.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <span>
 #include <stdexcept>
 
 #include "current_folder.hpp"
+#include "location_argument.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "session.hpp"
@@ -100,6 +100,15 @@ std::optional<std::vector<AbsoluteIRI>> FoldersFromDefaultSession() {
   return session->Understand(bytes).GetFolders();
 }
 
+std::vector<AbsoluteIRI> MasksFrom(const std::vector<std::string>& arguments) {
+  std::vector<AbsoluteIRI> masks;
+  for (const std::string& argument : arguments) {
+    const AbsoluteIRI mask = LocationFromArgument(argument);
+    if (std::find(masks.begin(), masks.end(), mask) == masks.end()) masks.push_back(mask);
+  }
+  return masks;
+}
+
 }  // namespace
 
 std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
@@ -112,9 +121,12 @@ std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
       "there is no path to search: give --path, --path-file, or set VORNIX_PATH, or 'vornixpath add FOLDER'");
 }
 
-std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> LoadPath(const PathOptions& options) {
-  const Quorvex::PathEnvironment::FolderEntryFactory entries(VornixStorageSystem::GetStorageSystemReference());
-  return Quorvex::PathEnvironment::FolderPathFactory().CreateFolderPath(FoldersFor(options), entries);
+LoadedPath LoadPath(const PathOptions& options) {
+  LoadedPath path(FoldersFor(options), MasksFrom(options.masks));
+  for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
+    WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
+  }
+  return path;
 }
 
 }  // namespace vornixpath

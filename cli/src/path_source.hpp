@@ -1,11 +1,10 @@
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
-#include <memory>
-#include <search_path_environment/folder_path.hpp>
 #include <vector>
 
 #include "command_line.hpp"
+#include "loaded_path.hpp"
 
 namespace vornixpath {
 
@@ -14,7 +13,8 @@ namespace vornixpath {
 /// SavedPathError for such a session.
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFor(const PathOptions& options);
 
-/// The path over them. Throws as FoldersFor does.
-[[nodiscard]] std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> LoadPath(const PathOptions& options);
+/// The path over them, each once, the masks of `options` applied. Warns of masks that hide nothing. Throws as
+/// FoldersFor does, and UsageError for a mask that is malformed.
+[[nodiscard]] LoadedPath LoadPath(const PathOptions& options);
 
 }  // namespace vornixpath

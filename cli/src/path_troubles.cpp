@@ -19,6 +19,12 @@ std::vector<PathProblem> TroublesOf(const Quorvex::PathEnvironment::FolderPath& 
   return troubles;
 }
 
+std::vector<PathProblem> TroublesOf(const LoadedPath& path) {
+  std::vector<PathProblem> troubles = TroublesOf(path.GetLeaf());
+  std::erase_if(troubles, [&path](const PathProblem& trouble) { return path.IsMasked(trouble.position); });
+  return troubles;
+}
+
 void Warn(const std::vector<PathProblem>& troubles) {
   for (const PathProblem& trouble : troubles) {
     WriteWarning(Quoted(TextOf(trouble.location)) + ", folder " + std::to_string(trouble.position + 1) +

@@ -15,7 +15,6 @@ namespace {
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::FileKind;
 using foundation::storage::vfs::ListedEntry;
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathManagement::PathEntryType;
 
 std::vector<ListedEntry> ListingOf(const AbsoluteIRI& folder) {
@@ -27,7 +26,7 @@ std::vector<ListedEntry> ListingOf(const AbsoluteIRI& folder) {
   }
 }
 
-bool IsOnPath(const FolderPath& path, const AbsoluteIRI& folder) {
+bool IsOnPath(const LoadedPath& path, const AbsoluteIRI& folder) {
   try {
     return EntryUnderAnySpelling(path, folder) != nullptr;
   } catch (const foundation::storage::vfs::Exception&) {
@@ -52,7 +51,7 @@ std::vector<SubfolderFile> WantedFilesIn(const AbsoluteIRI& folder, const Wanted
 }  // namespace
 
 std::vector<SubfolderFile> FilesInPlainSubfolders(const AbsoluteIRI& folder, const WantedName& wanted,
-                                                  const FolderPath& path) {
+                                                  const LoadedPath& path) {
   std::vector<SubfolderFile> files;
   for (const ListedEntry& entry : ListingOf(folder)) {
     if (!IsPlainFolder(entry)) continue;

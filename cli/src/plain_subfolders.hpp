@@ -1,9 +1,9 @@
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
-#include <search_path_environment/folder_path.hpp>
 #include <vector>
 
+#include "loaded_path.hpp"
 #include "wanted_name.hpp"
 
 namespace vornixpath {
@@ -13,10 +13,9 @@ struct SubfolderFile {
   NameMatch match;
 };
 
-/// The files that match `wanted` in the plain subfolders directly below `folder` that are no folders of `path`, in
-/// order of their locations. Asks storage; what cannot be listed holds nothing.
+/// The files that match `wanted` in the plain subfolders directly below `folder` that are no folders of `path`, masked
+/// or not, in order of their locations. Asks storage; what cannot be listed holds nothing.
 [[nodiscard]] std::vector<SubfolderFile> FilesInPlainSubfolders(const foundation::storage::vfs::AbsoluteIRI& folder,
-                                                                const WantedName& wanted,
-                                                                const Quorvex::PathEnvironment::FolderPath& path);
+                                                                const WantedName& wanted, const LoadedPath& path);
 
 }  // namespace vornixpath

@@ -97,6 +97,7 @@ CommandSyntax AddWhich(CLI::App& app) {
   const auto options = std::make_shared<WhichOptions>();
   CLI::App& command = AddCommand(app, "which", "NAME...", "Tell which file each NAME means on the path");
   AddPathOptions(command, options->path);
+  AddMaskOption(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
   command.add_flag("--all", options->all, "List the winner and everything it hides");
@@ -116,6 +117,7 @@ CommandSyntax AddWhy(CLI::App& app) {
   const auto options = std::make_shared<WhyOptions>();
   CLI::App& command = AddCommand(app, "why", "NAME", "Tell step by step why NAME means the file it means");
   AddPathOptions(command, options->path);
+  AddMaskOption(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
@@ -134,6 +136,7 @@ CommandSyntax AddMatch(CLI::App& app) {
   CLI::App& command =
       AddCommand(app, "match", "PARTIAL", "List the folders of the path that a partial pathname matches");
   AddPathOptions(command, options->path);
+  AddMaskOption(command, options->path);
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to folder names");
   command.add_flag("--strict", options->strict,
                    "Let no mark '+' and no enclosing special folder be\n"
@@ -153,6 +156,7 @@ CommandSyntax AddFiles(CLI::App& app) {
   CLI::App& command =
       AddCommand(app, "files", ".EXT...", "List all files with one of the extensions, whether hidden or not");
   AddPathOptions(command, options->path);
+  AddMaskOption(command, options->path);
   command
       .add_option("--scope", options->scope,
                   "The folders to look into: the plain ones (main), all\n"

@@ -2,55 +2,60 @@
 
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
-#include <search_path_environment/location_from_text.hpp>
 #include <search_path_utilities/path_editing.hpp>
 
-#include "current_folder.hpp"
+#include "location_argument.hpp"
 #include "output.hpp"
-#include "usage_error.hpp"
 
 namespace vornixpath {
 
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
+using Quorvex::PathManagement::IPath;
 
-AbsoluteIRI LocationFromArgument(const std::u16string& text) {
-  try {
-    return Quorvex::PathEnvironment::LocationFromText(text, CurrentFolder());
-  } catch (const foundation::storage::vfs::Exception& exception) {
-    throw UsageError(exception.what());
-  }
+// The entry of `folder` in any spelling, as far as `part` of the path has one.
+EntryPtr FindIn(const IPath& part, const LoadedPath& path, const AbsoluteIRI& folder) {
+  if (auto entry = part.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native)) return entry;
+  if (auto entry = part.GetPathEntryFromAbsoluteIRI(Quorvex::PathManagement::GetCanonicalIRI(folder))) return entry;
+  EntryPtr entry = path.FindFolder(folder);
+  return entry && part.IsEntryOnPath(*entry) ? entry : nullptr;
+}
+
+void WarnOfNoPrivateFolder(const std::string& text, const char* why) {
+  WriteWarning(Quoted(fl::filesystem::from_bytes(text)) + why + ", so it contributes no private folder");
 }
 
 // The folder under the spelling by which the path knows it, if it does.
-AbsoluteIRI FolderToAskFrom(const FolderPath& path, const std::u16string& text) {
+AbsoluteIRI FolderToAskFrom(const LoadedPath& path, const std::string& text) {
   const AbsoluteIRI folder = LocationFromArgument(text);
   try {
-    if (const auto entry = EntryUnderAnySpelling(path, folder)) return entry->GetAbsoluteIRI();
+    if (const auto entry = FindIn(path.GetView(), path, folder)) return entry->GetAbsoluteIRI();
+    if (const auto masked = EntryUnderAnySpelling(path, folder)) {
+      WarnOfNoPrivateFolder(text, " is masked");
+      return masked->GetAbsoluteIRI();
+    }
   } catch (const foundation::storage::vfs::Exception& exception) {
     WriteWarning(exception.what());
   }
-  WriteWarning(Quoted(text) + " is not on the path, so it contributes no private folder");
+  WarnOfNoPrivateFolder(text, " is not on the path");
   return folder;
 }
 
 }  // namespace
 
-EntryPtr EntryUnderAnySpelling(const FolderPath& path, const AbsoluteIRI& folder) {
-  if (auto entry = path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native)) return entry;
-  return path.GetPathEntryFromAbsoluteIRI(Quorvex::PathManagement::GetCanonicalIRI(folder));
+EntryPtr EntryUnderAnySpelling(const LoadedPath& path, const AbsoluteIRI& folder) {
+  return FindIn(path.GetLeaf(), path, folder);
 }
 
 FilenameMatchingPolicy PolicyFor(bool ignoreCase) {
   return ignoreCase ? FilenameMatchingPolicy::CaseInsensitive : FilenameMatchingPolicy::Native;
 }
 
-Standpoint StandpointOn(const FolderPath& path, const std::optional<std::string>& from, bool ignoreCase) {
-  Standpoint standpoint{path, boost::none, PolicyFor(ignoreCase)};
-  if (from) standpoint.folder = FolderToAskFrom(path, fl::filesystem::from_bytes(*from));
+Standpoint StandpointOn(const LoadedPath& path, const std::optional<std::string>& from, bool ignoreCase) {
+  Standpoint standpoint{path.GetView(), boost::none, PolicyFor(ignoreCase)};
+  if (from) standpoint.folder = FolderToAskFrom(path, *from);
   return standpoint;
 }
 

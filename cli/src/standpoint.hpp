@@ -3,11 +3,11 @@
 #include <boost/optional/optional.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <optional>
-#include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/path.hpp>
 #include <string>
 
 #include "entry_ptr.hpp"
+#include "loaded_path.hpp"
 
 namespace vornixpath {
 
@@ -21,14 +21,13 @@ struct Standpoint {
 /// How file names are compared with or without --ignore-case.
 [[nodiscard]] Quorvex::PathManagement::FilenameMatchingPolicy PolicyFor(bool ignoreCase);
 
-/// The entry of `folder`, in any spelling, or null. Asks storage about a spelling that the path does not know, and lets
-/// its Exception pass.
-[[nodiscard]] EntryPtr EntryUnderAnySpelling(const Quorvex::PathEnvironment::FolderPath& path,
+/// The entry of `folder`, in any spelling, masked or not, or null. Asks storage about a spelling that the path does not
+/// know, and lets its Exception pass.
+[[nodiscard]] EntryPtr EntryUnderAnySpelling(const LoadedPath& path,
                                              const foundation::storage::vfs::AbsoluteIRI& folder);
 
-/// The standpoint of code in the folder `from`, in any spelling, or of the whole path. Warns of a folder that is not on
-/// the path. Throws UsageError when `from` is malformed.
-[[nodiscard]] Standpoint StandpointOn(const Quorvex::PathEnvironment::FolderPath& path,
-                                      const std::optional<std::string>& from, bool ignoreCase);
+/// The standpoint of code in the folder `from`, in any spelling, or of the whole path, on the view of `path`. Warns of
+/// a folder that is masked or not on the path. Throws UsageError when `from` is malformed.
+[[nodiscard]] Standpoint StandpointOn(const LoadedPath& path, const std::optional<std::string>& from, bool ignoreCase);
 
 }  // namespace vornixpath

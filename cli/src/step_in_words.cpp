@@ -26,7 +26,10 @@ StepInWords::StepInWords(const Explanation& explanation, const FolderNumbers& nu
 }
 
 std::string StepInWords::operator()(const AskedForEntry& step) const {
-  if (!step.answer) return "asked from " + ShownText(step.folder) + ": it is not on the path";
+  if (!step.answer) {
+    return "asked from " + ShownText(step.folder) +
+           (IsMasked(step.folder) ? ": it is masked" : ": it is not on the path");
+  }
   return "asked from " + Numbered(*step.answer);
 }
 
@@ -77,6 +80,12 @@ std::string StepInWords::NumberIn(const IPathEntry& entry) const {
 
 std::string StepInWords::Numbered(const IPathEntry& entry) const {
   return ShownText(entry.GetAbsoluteIRI()) + NumberIn(entry);
+}
+
+bool StepInWords::IsMasked(const foundation::storage::vfs::AbsoluteIRI& folder) const {
+  const auto& masked = explanation_.maskedFolders;
+  return std::any_of(masked.begin(), masked.end(),
+                     [&folder](const EntryPtr& entry) { return entry->GetAbsoluteIRI() == folder; });
 }
 
 bool StepInWords::IsUnread(const IPathEntry& entry) const { return unread_.count(entry.GetAbsoluteIRI()) != 0; }

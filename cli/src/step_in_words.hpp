@@ -28,6 +28,7 @@ class StepInWords {
   [[nodiscard]] std::u16string WrittenFolders() const;
   [[nodiscard]] std::string NumberIn(const Entry& entry) const;
   [[nodiscard]] std::string Numbered(const Entry& entry) const;
+  [[nodiscard]] bool IsMasked(const foundation::storage::vfs::AbsoluteIRI& folder) const;
   [[nodiscard]] bool IsUnread(const Entry& entry) const;
   [[nodiscard]] std::string IfUnread(const Entry& entry) const;
   [[nodiscard]] std::ptrdiff_t CountRead(const std::vector<EntryPtr>& entries) const;

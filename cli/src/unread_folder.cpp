@@ -6,9 +6,9 @@
 
 namespace vornixpath {
 
-std::vector<UnreadFolder> UnreadFoldersOf(const Quorvex::PathEnvironment::FolderPath& path) {
+std::vector<UnreadFolder> UnreadFoldersOf(const LoadedPath& path) {
   std::unordered_set<foundation::storage::vfs::AbsoluteIRI> foldersOfPath;
-  const auto entries = path.GetMainEntries();
+  const auto entries = path.GetView().GetMainEntries();
   for (const auto& entry : *entries) foldersOfPath.insert(entry->GetAbsoluteIRI());
 
   std::vector<UnreadFolder> unread;

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
-#include <search_path_environment/folder_path.hpp>
 #include <string>
 #include <vector>
+
+#include "loaded_path.hpp"
 
 namespace vornixpath {
 
@@ -15,7 +16,7 @@ struct UnreadFolder {
   std::string reason;
 };
 
-/// Those of `path`, in path order.
-[[nodiscard]] std::vector<UnreadFolder> UnreadFoldersOf(const Quorvex::PathEnvironment::FolderPath& path);
+/// Those of `path` that are not masked, in path order.
+[[nodiscard]] std::vector<UnreadFolder> UnreadFoldersOf(const LoadedPath& path);
 
 }  // namespace vornixpath

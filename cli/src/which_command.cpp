@@ -40,11 +40,11 @@ Answer AnswerFor(const std::u16string& name, const std::vector<std::u16string>& 
 }  // namespace
 
 ExitStatus RunWhich(const WhichOptions& options) {
-  const auto path = LoadPath(options.path);
-  const auto troubles = TroublesOf(*path);
+  const LoadedPath path = LoadPath(options.path);
+  const auto troubles = TroublesOf(path);
   Warn(troubles);
 
-  const Standpoint standpoint = StandpointOn(*path, options.from, options.ignoreCase);
+  const Standpoint standpoint = StandpointOn(path, options.from, options.ignoreCase);
   const std::vector<std::u16string> extensions = ExtensionsFromText(from_bytes(options.extensions));
   std::vector<Answer> answers;
   answers.reserve(options.names.size());

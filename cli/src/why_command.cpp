@@ -10,15 +10,15 @@
 namespace vornixpath {
 
 ExitStatus RunWhy(const WhyOptions& options) {
-  const auto path = LoadPath(options.path);
-  const auto troubles = TroublesOf(*path);
+  const LoadedPath path = LoadPath(options.path);
+  const auto troubles = TroublesOf(path);
   Warn(troubles);
 
-  const Standpoint standpoint = StandpointOn(*path, options.from, options.ignoreCase);
-  const FolderNumbers numbers(*path);
+  const Standpoint standpoint = StandpointOn(path, options.from, options.ignoreCase);
+  const FolderNumbers numbers(path.GetLeaf());
   Question question{fl::filesystem::from_bytes(options.name),
                     ExtensionsFromText(fl::filesystem::from_bytes(options.extensions))};
-  const Explanation explanation = Explain(*path, standpoint, std::move(question), numbers);
+  const Explanation explanation = Explain(path, standpoint, std::move(question), numbers);
 
   if (options.json) {
     WriteAsJson(explanation, numbers, troubles);

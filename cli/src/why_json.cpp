@@ -148,6 +148,14 @@ json::array HiddenToJson(const std::vector<HiddenFile>& files, const PartsOf& pa
   return hidden;
 }
 
+json::object MaskedToJson(const Explanation& explanation, const PartsOf& parts) {
+  json::array folders;
+  for (const EntryPtr& folder : explanation.maskedFolders) folders.push_back(parts.Folder(*folder));
+  json::array files;
+  for (const FoundItem& file : explanation.maskedFiles) files.push_back(parts.File(file));
+  return {{"folders", std::move(folders)}, {"files", std::move(files)}};
+}
+
 }  // namespace
 
 void WriteAsJson(const Explanation& explanation, const FolderNumbers& numbers,
@@ -168,6 +176,7 @@ void WriteAsJson(const Explanation& explanation, const FolderNumbers& numbers,
                                  {"hidden", HiddenToJson(explanation.hidden, parts)},
                                  {"near", std::move(near)},
                                  {"furtherNear", explanation.furtherNear},
+                                 {"masked", MaskedToJson(explanation, parts)},
                                  {"problems", ToJson(problems)}};
   std::cout << json::serialize(document) << '\n';
 }

@@ -104,6 +104,17 @@ void WriteQuestion(const Explanation& explanation) {
             LetterCaseOf(explanation));
 }
 
+void WriteMasked(const Explanation& explanation, const FolderNumbers& numbers) {
+  if (explanation.maskedFolders.empty()) return;
+  WriteLine("Masked");
+  for (const EntryPtr& folder : explanation.maskedFolders) {
+    WriteLine(Entitled(folder->GetAbsoluteIRI(), numbers.NumberOf(*folder)));
+  }
+  WriteLine(explanation.maskedFiles.empty() ? "Without masks it would mean no other file"
+                                            : "Without masks it could mean");
+  for (const FoundItem& file : explanation.maskedFiles) WriteLine(Entitled(file, numbers));
+}
+
 void WriteSteps(const Explanation& explanation, const FolderNumbers& numbers) {
   const StepInWords inWords(explanation, numbers);
   std::size_t count = 0;
@@ -152,6 +163,7 @@ void WriteAsLines(const Explanation& explanation, const FolderNumbers& numbers) 
   } else {
     WriteMiss(explanation);
   }
+  WriteMasked(explanation, numbers);
 }
 
 }  // namespace vornixpath

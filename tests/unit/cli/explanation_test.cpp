@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <fl/filesystem/displayed_text.hpp>
+#include <optional>
 #include <search_path_utilities/lookup.hpp>
 #include <set>
 #include <support/mock_path.hpp>
@@ -22,7 +23,6 @@ namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::NameComparison;
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathEnvironment::MemoryStorage;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::FoundItem;
@@ -54,10 +54,14 @@ class RandomTree {
     while (random.OneIn(2))
       folders.insert(folders.begin() + AnyPlace(folders, random), random.Pick(kSpecialFoldersOnPath));
     if (random.OneIn(4)) folders.push_back(u"/missing");
-    path_ = storage_.Path(folders);
+    std::vector<AbsoluteIRI> locations;
+    for (const std::u16string& folder : folders) locations.push_back(Quorvex::PathEnvironment::InMemory(folder));
+    LoadedPath::Folders masks;
+    while (random.OneIn(3)) masks.push_back(random.Pick(locations));
+    path_.emplace(locations, masks);
   }
 
-  [[nodiscard]] const FolderPath& GetPath() const { return *path_; }
+  [[nodiscard]] const LoadedPath& GetPath() const { return *path_; }
 
  private:
   static std::ptrdiff_t AnyPlace(const std::vector<std::u16string>& folders, RandomSource& random) {
@@ -76,13 +80,13 @@ class RandomTree {
   }
 
   MemoryStorage storage_;
-  std::shared_ptr<const FolderPath> path_;
+  std::optional<LoadedPath> path_;
 };
 
-boost::optional<AbsoluteIRI> AnyFolderOrNone(const FolderPath& path, RandomSource& random) {
+boost::optional<AbsoluteIRI> AnyFolderOrNone(const LoadedPath& path, RandomSource& random) {
   if (random.OneIn(2)) return boost::none;
   std::vector<boost::optional<AbsoluteIRI>> folders;
-  path.ForEachEntry(AllKinds(), [&folders](const EntryPtr& entry) {
+  path.GetLeaf().ForEachEntry(AllKinds(), [&folders](const EntryPtr& entry) {
     folders.emplace_back(entry->GetAbsoluteIRI());
     return false;
   });
@@ -96,10 +100,10 @@ void ForManyQuestions(const Check& check) {
   SCOPED_TRACE(random.Describe());
   for (int round = 0; round < 80; ++round) {
     const RandomTree tree(random);
-    const FolderNumbers numbers(tree.GetPath());
+    const FolderNumbers numbers(tree.GetPath().GetLeaf());
     for (int count = 0; count < 12; ++count) {
       const auto policy = static_cast<FilenameMatchingPolicy>(random.Below(3));
-      const Standpoint standpoint{tree.GetPath(), AnyFolderOrNone(tree.GetPath(), random), policy};
+      const Standpoint standpoint{tree.GetPath().GetView(), AnyFolderOrNone(tree.GetPath(), random), policy};
       const Question question{random.Pick(kNames), random.Pick(kExtensionLists)};
       SCOPED_TRACE(fl::filesystem::to_displayed_text(question.name) + ", round " + std::to_string(round));
       check(tree.GetPath(), standpoint, question, numbers);
@@ -178,7 +182,7 @@ TEST(Explanation, OffersOnlyNamesThatMeanTheFileTheyAreOfferedFor) {
       if (name.otherName.empty()) continue;
       const std::vector<std::u16string> none = {u""};
       const Question other{name.otherName, name.needsNoExtension ? none : question.extensions};
-      const Standpoint place{path, name.askFrom ? name.askFrom : standpoint.folder, standpoint.policy};
+      const Standpoint place{path.GetView(), name.askFrom ? name.askFrom : standpoint.folder, standpoint.policy};
       const auto found = FindVisibleFile(place, other.Target());
       ASSERT_TRUE(found);
       EXPECT_EQ(LocationOf(*found), name.location);
