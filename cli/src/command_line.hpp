@@ -69,6 +69,7 @@ struct FilesOptions {
 
 struct PathListOptions {
   PathOptions path;
+  bool onlyDistinct = false;  ///< without the later spellings of a folder
   bool json = false;
   OutputForm form = OutputForm::Lines;
 };

@@ -2,11 +2,10 @@
 
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
-#include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iostream>
+#include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/path_problem.hpp>
-#include <unordered_set>
 #include <vector>
 
 #include "commands.hpp"
@@ -21,9 +20,12 @@ namespace {
 
 namespace json = boost::json;
 using foundation::storage::vfs::AbsoluteIRI;
-using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::DistinctFolders;
+using Quorvex::PathEnvironment::DroppedFolder;
+using Quorvex::PathEnvironment::KeptFolder;
 using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathEnvironment::ProblemKind;
+using Quorvex::PathEnvironment::SameFolder;
 
 struct Standing {
   std::string word;
@@ -39,55 +41,112 @@ Standing StandingAfter(const std::error_code& error, const AbsoluteIRI& folder) 
   return {isLoop ? "missing" : "unreadable", ReasonOf(PathProblem{folder, ProblemKind::Unreadable, error})};
 }
 
-Standing StandingOf(const AbsoluteIRI& folder) {
-  try {
-    VornixStorageSystem::GetStorageSystemReference().ProviderFor(folder)->CheckFolder(folder);
-    return {"present", ""};
-  } catch (const foundation::storage::vfs::Exception& failure) {
-    return StandingAfter(failure.GetError(), folder);
-  }
+Standing StandingOf(const KeptFolder& folder) {
+  return folder.error ? StandingAfter(folder.error, folder.location) : Standing{"present", ""};
 }
 
-// Calls `tell(folder, standing)` for each folder in order.
+Standing StandingOf(const DroppedFolder& folder) { return {"repeated", ReasonOf(folder)}; }
+
+// Calls `tell(folder)` for each kept or dropped folder, in the order of the list.
 template <class Tell>
-void ForEachStanding(const std::vector<AbsoluteIRI>& folders, const Tell& tell) {
-  std::unordered_set<AbsoluteIRI> seen;
-  for (const AbsoluteIRI& folder : folders) {
-    const bool isFirst = seen.insert(folder).second;
-    tell(folder,
-         isFirst ? StandingOf(folder) : Standing{"repeated", ReasonOf(PathProblem{folder, ProblemKind::Repeated, {}})});
+void ForEachFolder(const DistinctFolders& folders, const Tell& tell) {
+  auto dropped = folders.GetDropped().begin();
+  const auto end = folders.GetDropped().end();
+  for (const KeptFolder& kept : folders.GetKept()) {
+    for (; dropped != end && dropped->position < kept.position; ++dropped) tell(*dropped);
+    tell(kept);
   }
+  for (; dropped != end; ++dropped) tell(*dropped);
 }
 
-void WriteAsLines(const std::vector<AbsoluteIRI>& folders) {
+// What is asked about: all folders as they stand, or those that are distinct.
+template <class Tell>
+void ForEachListed(const DistinctFolders& folders, bool onlyDistinct, const Tell& tell) {
+  if (!onlyDistinct) return ForEachFolder(folders, tell);
+  for (const KeptFolder& folder : folders.GetKept()) tell(folder);
+}
+
+void WriteAsLines(const DistinctFolders& folders, bool onlyDistinct) {
   constexpr std::size_t kWidth = std::string_view("unreadable").size() + 2;
-  ForEachStanding(folders, [](const AbsoluteIRI& folder, const Standing& standing) {
-    const std::string gap(kWidth - standing.word.size(), ' ');
-    WriteSafeResult(standing.word + gap + ShownText(folder), OutputForm::Lines);
+  ForEachListed(folders, onlyDistinct, [](const auto& folder) {
+    const std::string word = StandingOf(folder).word;
+    WriteSafeResult(word + std::string(kWidth - word.size(), ' ') + ShownText(folder.location), OutputForm::Lines);
   });
 }
 
-void WriteAsJson(const std::vector<AbsoluteIRI>& folders) {
+const char* NameOf(SameFolder reason) {
+  switch (reason) {
+    case SameFolder::ByText:
+      return "text";
+    case SameFolder::ByIdentity:
+      return "identity";
+    case SameFolder::ByCanonicalLocation:
+      return "canonical-location";
+  }
+  return "unknown";
+}
+
+json::object WithPosition(const AbsoluteIRI& location, std::size_t position) {
+  json::object object = ToJson(location);
+  object["position"] = position;
+  return object;
+}
+
+template <class AnyFolder>
+json::object FolderToJson(const AnyFolder& folder) {
+  const Standing standing = StandingOf(folder);
+  json::object result = WithPosition(folder.location, folder.position);
+  result["state"] = standing.word;
+  if (!standing.reason.empty()) result["reason"] = standing.reason;
+  return result;
+}
+
+json::object ResultFor(const KeptFolder& folder) { return FolderToJson(folder); }
+
+json::object ResultFor(const DroppedFolder& folder) {
+  json::object result = FolderToJson(folder);
+  result["same"] = NameOf(folder.reason);
+  result["stays"] = WithPosition(folder.staying, folder.stayingPosition);
+  return result;
+}
+
+void WriteAsJson(const DistinctFolders& folders, bool onlyDistinct) {
   json::array results;
-  ForEachStanding(folders, [&results](const AbsoluteIRI& folder, const Standing& standing) {
-    json::object result = ToJson(folder);
-    result["state"] = standing.word;
-    if (!standing.reason.empty()) result["reason"] = standing.reason;
-    results.push_back(std::move(result));
-  });
-  std::cout << json::serialize(json::object{{"folders", std::move(results)}}) << '\n';
+  ForEachListed(folders, onlyDistinct, [&results](const auto& folder) { results.push_back(ResultFor(folder)); });
+  json::object document = {{"folders", std::move(results)}};
+  if (onlyDistinct) {
+    json::array leftOut;
+    for (const DroppedFolder& folder : folders.GetDropped()) leftOut.push_back(ResultFor(folder));
+    document["leftOut"] = std::move(leftOut);
+  }
+  std::cout << json::serialize(document) << '\n';
+}
+
+void TellWhatIsLeftOut(const DistinctFolders& folders) {
+  for (const DroppedFolder& folder : folders.GetDropped()) {
+    WriteMessage(Quoted(TextOf(folder.location)) + ", folder " + std::to_string(folder.position + 1) +
+                 " of the path, is left out: " + ReasonOf(folder));
+  }
 }
 
 }  // namespace
 
 ExitStatus RunPath(const PathListOptions& options) {
-  const std::vector<AbsoluteIRI> folders = FoldersFor(options.path);
+  const std::vector<AbsoluteIRI> listed = FoldersFor(options.path);
+  if (options.form == OutputForm::NulTerminated && !options.onlyDistinct) {
+    for (const AbsoluteIRI& folder : listed) WriteResult(TextOf(folder), options.form);
+    return ExitStatus::Yes;
+  }
+
+  const DistinctFolders folders(listed, foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference(),
+                                Quorvex::PathEnvironment::FolderQuestion::CanItBeListed);
+  if (options.onlyDistinct) TellWhatIsLeftOut(folders);
   if (options.json) {
-    WriteAsJson(folders);
+    WriteAsJson(folders, options.onlyDistinct);
   } else if (options.form == OutputForm::NulTerminated) {
-    for (const AbsoluteIRI& folder : folders) WriteResult(TextOf(folder), options.form);
+    for (const KeptFolder& folder : folders.GetKept()) WriteResult(TextOf(folder.location), options.form);
   } else {
-    WriteAsLines(folders);
+    WriteAsLines(folders, options.onlyDistinct);
   }
   return ExitStatus::Yes;
 }

@@ -181,10 +181,14 @@ CommandSyntax AddPath(CLI::App& app) {
   const auto options = std::make_shared<PathListOptions>();
   CLI::App& command = AddCommand(app, "path", "", "List the folders of the path, and which are there");
   AddPathOptions(command, options->path);
+  command.add_flag("--dedup", options->onlyDistinct,
+                   "List each folder once, under its first spelling, and\n"
+                   "tell of each that is left out which one stays and why");
   AddJsonFlag(command, options->json);
   AddNulFlag(command, options->form);
   command.footer(
-      "A folder is present, missing, unreadable, or repeated: it stands further up already. -0 leaves that out.\n"
+      "A folder is present, missing, unreadable, or repeated: it stands further up already, if perhaps in another\n"
+      "spelling. -0 leaves that out.\n"
       "Exit status: 0 listed, 2 wrong usage, 4 could not work.\n\n"
       "  vornixpath path\n"
       "  vornixpath path --session ~/project.path");
