@@ -109,6 +109,7 @@ CommandSyntax AddWhich(CLI::App& app) {
       "NAME is a plain name (greet), one with its extension (greet.vnx), or a partial pathname (pkg/greet).\n"
       "Exit status: 0 all found, 1 one was not, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
       "  vornixpath which greet --path ~/toolbox:~/more\n"
+      "  vornixpath which greet --mask ~/toolbox\n"
       "  vornixpath which stdio --ext .h --path /usr/include");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
 }
@@ -191,6 +192,7 @@ CommandSyntax AddPath(CLI::App& app) {
       "spelling. -0 leaves that out.\n"
       "Exit status: 0 listed, 2 wrong usage, 4 could not work.\n\n"
       "  vornixpath path\n"
+      "  vornixpath path --dedup\n"
       "  vornixpath path --session ~/project.path");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
 }
