@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
 #include <thread>
@@ -20,6 +21,7 @@ namespace bench {
 namespace {
 
 using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::FolderEntryFactory;
 using Quorvex::PathEnvironment::FolderPathFactory;
 
@@ -56,10 +58,11 @@ void BareWalk(benchmark::State& state) {
 
 void Load(benchmark::State& state) {
   const auto locations = RealLocations();
+  const auto storage = VornixStorageSystem::GetStorageSystemReference();
   for (auto unused : state) {
     static_cast<void>(unused);
-    const FolderEntryFactory entries(VornixStorageSystem::GetStorageSystemReference());
-    auto path = FolderPathFactory().CreateFolderPath(locations, entries);
+    const FolderEntryFactory entries(storage);
+    auto path = FolderPathFactory().CreateFolderPath(DistinctFolders(locations, storage), entries);
     benchmark::DoNotOptimize(path);
     state.PauseTiming();
     path.reset();

@@ -166,6 +166,21 @@ TEST(Explanation, GivesNoReasonThatDoesNotHold) {
   });
 }
 
+TEST(Explanation, TellsOfEachFileThatTheMasksTakeAway) {
+  ForManyQuestions([](const auto& path, const Standpoint& standpoint, const Question& question, const auto& numbers) {
+    const Explanation explanation = Explain(path, standpoint, question, numbers);
+
+    std::set<AbsoluteIRI> told;
+    for (const FoundItem& file : FindAllFiles(standpoint, question.Target())) told.insert(LocationOf(file));
+    for (const FoundItem& file : explanation.maskedFiles) EXPECT_TRUE(told.insert(LocationOf(file)).second);
+    std::set<AbsoluteIRI> withoutMasks;
+    const Standpoint unmasked{path.GetLeaf(), standpoint.folder, standpoint.policy};
+    for (const FoundItem& file : FindAllFiles(unmasked, question.Target())) withoutMasks.insert(LocationOf(file));
+    EXPECT_TRUE(told == withoutMasks);
+    EXPECT_EQ(explanation.maskedFolders, path.GetMaskedFolders());
+  });
+}
+
 TEST(Explanation, NamesNothingNearWhenThereIsAWinner) {
   ForManyQuestions([](const auto& path, const Standpoint& standpoint, const Question& question, const auto& numbers) {
     const Explanation explanation = Explain(path, standpoint, question, numbers);
