@@ -57,6 +57,8 @@ function(spu_add_family folder)
     PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(spu_${folder} PUBLIC search_path_utilities::search_path_interfaces ${ARG_SEES}
     PRIVATE spu_compile_options)
+  # A library that defines unique symbols is never unloaded, and what it made when it was loaded never goes.
+  target_compile_options(spu_${folder} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   set_target_properties(spu_${folder} PROPERTIES
     POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
