@@ -8,6 +8,7 @@
 #include <support/mock_path.hpp>
 #include <support/run_together.hpp>
 
+#include "counting_component.hpp"
 #include "recorded_components.hpp"
 
 namespace Quorvex::PathManagement::composite_tests {
@@ -106,25 +107,6 @@ TEST(ConcatenatedPath, LeavesTheCacheEmptyAfterAFailedBuild) {
   const auto entries = path.GetMainEntries();
   EXPECT_EQ(path.MainEntriesCache, entries);
 }
-
-// Counts how often it is asked, and fails as often as it was told to, without a lock that would order its callers.
-class CountingComponent : public NiceMock<MockPath> {
- public:
-  explicit CountingComponent(int failures) : failuresLeft_(failures) {}
-
-  std::shared_ptr<const Entries> GetMainEntries() const override {
-    builds_.fetch_add(1, std::memory_order_relaxed);
-    if (failuresLeft_.fetch_sub(1, std::memory_order_relaxed) > 0) throw InjectedFailure("GetMainEntries");
-    return entries_->GetMainEntries();
-  }
-
-  int GetBuilds() const { return builds_.load(); }
-
- private:
-  mutable std::atomic<int> builds_ = 0;
-  mutable std::atomic<int> failuresLeft_;
-  std::shared_ptr<const FakePath> entries_ = APath().With(Folder("/a")).With(Folder("/b")).Build();
-};
 
 TEST(ConcatenatedPath, BuildsItsMainEntriesOnceWhenManyThreadsAskFirst) {
   for (int round = 0; round < 50; ++round) {
