@@ -120,23 +120,87 @@ PathPtr ConcatenatedTwice(const Content& content) {
       folders, std::make_shared<const ConcatenatedPath>(folders->PathOver(Content(content.begin(), middle)), rest));
 }
 
+/// A path for each folder, and then one of all of them again, each location listed once.
+template <class Folders>
+PathPtr Deduplicated(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(content);
+  std::vector<PathPtr> components;
+  for (const Folder& folder : content) components.push_back(folders->PathOver({folder}));
+  components.push_back(folders->PathOver(content));
+  return Keeping<Folders>(folders, std::make_shared<const DeduplicatedPath>(std::move(components)));
+}
+
+/// The content with a folder more, which stands first and has much in common with the sample.
+Content WithAnother(Content content) {
+  const auto another = Folder("/masked")
+                           .WithFile("foo.vnx")
+                           .WithFile("secret.vnx")
+                           .WithFile("late.vnx")
+                           .WithClass(Folder("Cls").WithFile("method.vnx").WithFile("foo.vnx"))
+                           .With(Folder("private").WithFile("secret.vnx"))
+                           .WithPackage(Folder("pkg").WithFile("inner.vnx"));
+  content.insert(content.begin(), another);
+  return content;
+}
+
+/// `path` without its first folder.
+PathPtr WithoutTheFirst(const PathPtr& path) {
+  return std::make_shared<const MultiMaskedPath>(path, std::vector<EntryPtr>{path->GetMainEntries()->front()});
+}
+
+/// One path over all folders and another, which is masked.
+template <class Folders>
+PathPtr Masked(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(WithAnother(content));
+  return Keeping<Folders>(folders, WithoutTheFirst(folders->PathOver(WithAnother(content))));
+}
+
+/// The folders of two paths, each listed once, of which one is masked.
+template <class Folders>
+PathPtr MaskedDeduplicated(const Content& content) {
+  return WithoutTheFirst(Deduplicated<Folders>(WithAnother(content)));
+}
+
+/// Two paths over all folders and another, which is masked in each, each location listed once.
+template <class Folders>
+PathPtr DeduplicatedMasked(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(WithAnother(content));
+  std::vector<PathPtr> components;
+  for (int count = 0; count < 2; ++count) {
+    components.push_back(WithoutTheFirst(folders->PathOver(WithAnother(content))));
+  }
+  return Keeping<Folders>(folders, std::make_shared<const DeduplicatedPath>(std::move(components)));
+}
+
 using Fake = MadeUp<false>;
 using CaselessFake = MadeUp<true>;
 using Memory = InMemory<NameComparison::Exact>;
 using CaselessMemory = InMemory<NameComparison::IgnoreCase>;
 
 INSTANTIATE_TEST_SUITE_P(EachKind, PathContract,
-                         testing::Values(                                                        //
-                             PathKind{"Fake", Leaf<Fake>},                                       //
-                             PathKind{"CaselessFake", Leaf<CaselessFake>},                       //
-                             PathKind{"FolderPathInMemory", Leaf<Memory>},                       //
-                             PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},       //
-                             PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                         //
-                             PathKind{"ConcatenatedFakes", Concatenated<Fake>},                  //
-                             PathKind{"ConcatenatedFolderPathsInMemory", Concatenated<Memory>},  //
-                             PathKind{"ConcatenatedFolderPathsOnDisk", Concatenated<OnDisk>},    //
-                             PathKind{"TwiceConcatenatedFakes", ConcatenatedTwice<Fake>},        //
-                             PathKind{"TwiceConcatenatedFolderPaths", ConcatenatedTwice<CaselessMemory>}),
+                         testing::Values(                                                                    //
+                             PathKind{"Fake", Leaf<Fake>},                                                   //
+                             PathKind{"CaselessFake", Leaf<CaselessFake>},                                   //
+                             PathKind{"FolderPathInMemory", Leaf<Memory>},                                   //
+                             PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},                   //
+                             PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                                     //
+                             PathKind{"ConcatenatedFakes", Concatenated<Fake>},                              //
+                             PathKind{"ConcatenatedFolderPathsInMemory", Concatenated<Memory>},              //
+                             PathKind{"ConcatenatedFolderPathsOnDisk", Concatenated<OnDisk>},                //
+                             PathKind{"TwiceConcatenatedFakes", ConcatenatedTwice<Fake>},                    //
+                             PathKind{"TwiceConcatenatedFolderPaths", ConcatenatedTwice<CaselessMemory>},    //
+                             PathKind{"DeduplicatedFakes", Deduplicated<Fake>},                              //
+                             PathKind{"DeduplicatedFolderPathsInMemory", Deduplicated<Memory>},              //
+                             PathKind{"DeduplicatedFolderPathsOnDisk", Deduplicated<OnDisk>},                //
+                             PathKind{"MaskedFake", Masked<Fake>},                                           //
+                             PathKind{"MaskedFolderPathInMemory", Masked<Memory>},                           //
+                             PathKind{"MaskedFolderPathOnDisk", Masked<OnDisk>},                             //
+                             PathKind{"MaskedDeduplicatedFakes", MaskedDeduplicated<Fake>},                  //
+                             PathKind{"MaskedDeduplicatedFolderPathsInMemory", MaskedDeduplicated<Memory>},  //
+                             PathKind{"MaskedDeduplicatedFolderPathsOnDisk", MaskedDeduplicated<OnDisk>},    //
+                             PathKind{"DeduplicatedMaskedFakes", DeduplicatedMasked<Fake>},                  //
+                             PathKind{"DeduplicatedMaskedFolderPathsInMemory", DeduplicatedMasked<Memory>},  //
+                             PathKind{"DeduplicatedMaskedFolderPathsOnDisk", DeduplicatedMasked<OnDisk>}),
                          [](const testing::TestParamInfo<PathKind>& kind) { return kind.param.name; });
 
 }  // namespace
