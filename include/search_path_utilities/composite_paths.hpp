@@ -102,7 +102,8 @@ class SEARCH_PATH_UTILITIES_EXPORT DeduplicatedPath : public ConcatenatedPath {
                                                       FilenameMatchingPolicy policy) const override;
 
   /// Visits no location twice. Once `GetMainEntries` has given a list with entries, though, it visits each of those
-  /// with what belongs to it, and method entries at one location are visited as often as they occur.
+  /// with what belongs to it: method entries at one location are then visited as often as they occur there, and what
+  /// belongs to a dropped main entry is not visited at all.
   bool ForEachEntry(SearchScope scope, const PathEntryCallback& callback) const override;
 
   /// The same walk: `callback` is never called from two threads at once, for only one pass in order can tell which
@@ -112,9 +113,10 @@ class SEARCH_PATH_UTILITIES_EXPORT DeduplicatedPath : public ConcatenatedPath {
 
 /// Another path with some of its main entries hidden, and with them their method entries and the files in all of those.
 ///
-/// Entries are told apart as objects, not by location. Each is expected to be a main entry of the path; one that is not
-/// hides nothing. `GetMainEntryForEntry`, `GetParentEntryForEntry` and `FirstEntryIsBeforeSecondOnPath` answer for
-/// hidden entries as well.
+/// Entries are told apart as objects, not by location. Each is expected to be a main entry of the path. A stranger hides
+/// nothing where the path puts strangers behind its entries. A method entry is not masked, and yet its whole position is
+/// taken out of the lists. `GetMainEntryForEntry`, `GetParentEntryForEntry` and `FirstEntryIsBeforeSecondOnPath` answer
+/// for hidden entries as well.
 ///
 /// Lists that the path gives in its order lose what is hidden by two binary searches for each masked entry. Exceptions
 /// of the path pass to the caller unchanged.
