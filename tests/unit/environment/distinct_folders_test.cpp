@@ -33,6 +33,7 @@ DistinctFolders Distinct(const std::vector<AbsoluteIRI>& folders,
 
 std::vector<AbsoluteIRI> AllInMemory(const std::vector<std::u16string>& paths) {
   std::vector<AbsoluteIRI> locations;
+  locations.reserve(paths.size());
   for (const auto& path : paths) locations.push_back(InMemory(path));
   return locations;
 }
