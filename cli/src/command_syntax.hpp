@@ -61,9 +61,15 @@ void AddJsonFlag(CLI::App& command, bool& json);
 void AddSessionOption(CLI::App& command, std::optional<std::string>& session);
 void AddMaskOption(CLI::App& command, PathOptions& path);
 
+// query_options.cpp
+void AddPathOptions(CLI::App& command, PathOptions& path);
+void AddExtensionOption(CLI::App& command, std::string& extensions);
+void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict);
+
 /// Throw UsageError.
 void RefuseTwoForms(bool json, OutputForm form);
 void RefuseEmptySession(const std::optional<std::string>& session);
+void RefuseTwoPaths(const PathOptions& path);
 
 /// `bytes` as people are shown them.
 [[nodiscard]] std::string Displayed(const std::string& bytes);

@@ -1,0 +1,44 @@
+// The options that several queries have in common.
+
+#include "command_syntax.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+void AddPathOptions(CLI::App& command, PathOptions& path) {
+  command
+      .add_option("--path", path.text,
+                  "The folders to search, separated by ':' or ';';\n"
+                  "relative ones are taken against the current folder.\n"
+                  "Without it, --path-file or --session, the variable\n"
+                  "VORNIX_PATH, or else the usual session's path")
+      ->type_name("FOLDERS");
+  command
+      .add_option("--path-file", path.file,
+                  "A file that names the folders, one a line: absolute,\n"
+                  "relative to that file, or an identifier")
+      ->type_name("FILE");
+  AddSessionOption(command, path.session);
+}
+
+void AddExtensionOption(CLI::App& command, std::string& extensions) {
+  command
+      .add_option("--ext", extensions,
+                  "The extensions to try, in order, separated by commas;\n"
+                  "'' for none. An extension in NAME wins")
+      ->type_name(".A,.B")
+      ->capture_default_str();
+}
+
+void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict) {
+  command.add_flag("--strict", strict, "End with 3 when a folder could not be read");
+}
+
+void RefuseTwoPaths(const PathOptions& path) {
+  if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
+  if (path.session && path.text) throw UsageError("--session and --path exclude each other");
+  if (path.session && path.file) throw UsageError("--session and --path-file exclude each other");
+  RefuseEmptySession(path.session);
+}
+
+}  // namespace vornixpath
