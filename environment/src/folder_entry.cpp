@@ -115,6 +115,17 @@ std::shared_ptr<const FolderEntry::Items> FolderEntry::GetItems() const {
   return items;
 }
 
+void FolderEntry::ForEachName(const std::function<void(std::u16string_view, std::u16string_view)>& visit) const {
+  const FolderNames::View& view = state_->names.GetView();
+  std::u16string fullName;
+  for (std::size_t index = 0; index < view.size(); ++index) {
+    view.FullName(index).CopyTo(fullName);
+    const std::u16string_view text = fullName;
+    const std::size_t baseLength = view.BaseName(index).size();
+    visit(text.substr(0, baseLength), text.substr(baseLength));
+  }
+}
+
 std::shared_ptr<const PathItem> FolderEntry::FindFirst(const SearchTarget& target,
                                                        FilenameMatchingPolicy policy) const {
   const std::u16string& baseName = target.GetBaseName();

@@ -8,13 +8,13 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/utc_time.hpp>
+#include <search_path_environment/whole_file.hpp>
 #include <search_path_utilities/path_editing.hpp>
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
 #include "folder_making.hpp"
-#include "whole_file.hpp"
 
 namespace Quorvex::PathEnvironment {
 

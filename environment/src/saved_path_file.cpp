@@ -4,12 +4,12 @@
 #include <search_path_environment/path_changed_exception.hpp>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/saved_path_file.hpp>
+#include <search_path_environment/whole_file.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <utility>
 
 #include "folder_making.hpp"
 #include "path_versions.hpp"
-#include "whole_file.hpp"
 
 namespace Quorvex::PathEnvironment {
 

@@ -31,6 +31,15 @@ class TextPiece {
     return narrow_ != nullptr ? std::u16string(narrow_, narrow_ + size_) : std::u16string(wide_, size_);
   }
 
+  /// The same into `text`, whose room is used again.
+  void CopyTo(std::u16string& text) const {
+    if (narrow_ != nullptr) {
+      text.assign(narrow_, narrow_ + size_);
+    } else {
+      text.assign(wide_, size_);
+    }
+  }
+
   /// Three-way, code unit by code unit.
   [[nodiscard]] int Compare(std::u16string_view text) const noexcept {
     const std::size_t common = std::min(size_, text.size());

@@ -1,7 +1,6 @@
-#include "whole_file.hpp"
-
 #include <array>
 #include <foundation/storage/vfs/exception.hpp>
+#include <search_path_environment/whole_file.hpp>
 #include <span>
 #include <system_error>
 

@@ -6,11 +6,13 @@
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
+#include <functional>
 #include <memory>
 #include <search_path_environment/export.hpp>
 #include <search_path_environment/path_problem.hpp>
 #include <search_path_interfaces/path_entry.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Quorvex::PathEnvironment {
@@ -51,6 +53,10 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
   /// Sorted by full file name, code unit by code unit. Made on demand and shared only as long as somebody holds it.
   /// O(items).
   [[nodiscard]] std::shared_ptr<const Items> GetItems() const override;
+
+  /// Calls `visit` with the base name and the extension of each item, in the same order; the texts are valid until it
+  /// returns. Makes no item. O(items).
+  void ForEachName(const std::function<void(std::u16string_view, std::u16string_view)>& visit) const;
 
   [[nodiscard]] foundation::storage::vfs::AbsoluteIRI GetAbsoluteIRI() const override;
   [[nodiscard]] EntryPtr GetPrivateEntry() const override;

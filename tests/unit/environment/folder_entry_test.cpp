@@ -36,6 +36,23 @@ TEST(FolderEntry, CutsAnExtensionAtTheLastDotUnlessItComesFirst) {
   EXPECT_THAT(extensions, ElementsAre(u"", u".gz", u".", u""));
 }
 
+TEST(FolderEntry, TellsItsNamesAsItsItemsDo) {
+  for (const auto& wide : {std::u16string(u"/m/plain"), std::u16string(u"/m/\u4E16.x")}) {
+    MemoryStorage storage;
+    storage.WithFiles({u"/m/.hidden", u"/m/a.tar.gz", u"/m/end.", wide});
+    const auto entry = storage.Entry(u"/m");
+
+    std::vector<std::pair<std::u16string, std::u16string>> names;
+    entry->ForEachName(
+        [&](std::u16string_view baseName, std::u16string_view extension) { names.emplace_back(baseName, extension); });
+    std::vector<std::pair<std::u16string, std::u16string>> items;
+    const auto held = entry->GetItems();
+    for (const auto& item : *held) items.emplace_back(item->baseName, item->extension);
+    EXPECT_EQ(names, items);
+    EXPECT_EQ(names.size(), 4U);
+  }
+}
+
 TEST(FolderEntry, TellsItsItemsWhereTheyAre) {
   MemoryStorage storage;
   storage.WithFiles({u"/m/+p/f"});
