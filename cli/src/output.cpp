@@ -5,30 +5,9 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "encoded_text.hpp"
+
 namespace vornixpath {
-
-namespace {
-
-std::string PercentEncoded(std::string_view bytes) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string encoded;
-  for (const char byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    encoded += '%';
-    encoded += kDigits[value >> 4U];
-    encoded += kDigits[value & 0xFU];
-  }
-  return encoded;
-}
-
-// Whether people are shown this character as it is.
-bool IsHarmless(std::u16string_view character) {
-  return character == u"\\" || fl::filesystem::to_displayed_text(character) == fl::filesystem::to_bytes(character);
-}
-
-bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-
-}  // namespace
 
 void WriteResult(std::u16string_view text, OutputForm form) {
   const bool exactly = form == OutputForm::NulTerminated;
@@ -44,16 +23,7 @@ void WriteMessage(std::string_view message) { std::cerr << "vornixpath: " << mes
 void WriteWarning(std::string_view message) { std::cerr << "vornixpath: warning: " << message << '\n'; }
 
 std::string ExactText(const foundation::storage::vfs::AbsoluteIRI& iri) {
-  const std::u16string_view text = iri.toString();
-  std::string exact;
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t length = IsHighSurrogate(text[i]) ? 2 : 1;
-    const std::u16string_view character = text.substr(i, length);
-    const std::string bytes = fl::filesystem::to_bytes(character);
-    exact += IsHarmless(character) ? bytes : PercentEncoded(bytes);
-    i += length;
-  }
-  return exact;
+  return WithoutDanger(iri.toString());  // in which '%' is part of an escape already
 }
 
 std::string Quoted(std::u16string_view text) { return '"' + fl::filesystem::to_displayed_text(text) + '"'; }
