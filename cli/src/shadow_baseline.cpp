@@ -1,0 +1,178 @@
+#include "shadow_baseline.hpp"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/whole_file.hpp>
+#include <tuple>
+#include <vector>
+
+#include "encoded_text.hpp"
+#include "location_text.hpp"
+#include "output.hpp"
+
+namespace vornixpath {
+
+using fl::filesystem::from_bytes;
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+
+namespace {
+
+constexpr std::string_view kFirstLine = "# shadowed names, version 1";
+constexpr std::string_view kExplanation =
+    "# Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.";
+
+enum Field : std::size_t { kGrade, kHiding, kHidden, kName, kFields };
+using Line = std::array<std::string, kFields>;
+
+// Everything below a folder begins like this.
+std::string BeginningBelow(const AbsoluteIRI& folder) {
+  const std::string text = ExactText(folder);
+  return text.ends_with('/') ? text : text + '/';
+}
+
+std::string FolderText(const AbsoluteIRI& location, const AbsoluteIRI& folder) {
+  if (location == folder) return ".";
+  const std::string text = ExactText(location);
+  const std::string beginning = BeginningBelow(folder);
+  return text.starts_with(beginning) ? "./" + text.substr(beginning.size()) : text;
+}
+
+AbsoluteIRI FolderFrom(std::string_view text, const AbsoluteIRI& folder) {
+  if (text == ".") return folder;
+  const bool isBelow = text.starts_with("./");
+  return AbsoluteIRI(from_bytes(isBelow ? BeginningBelow(folder).append(text.substr(2)) : std::string(text)));
+}
+
+std::vector<std::string_view> FieldsOf(std::string_view line) {
+  std::vector<std::string_view> fields;
+  for (std::size_t begin = 0; begin <= line.size();) {
+    const std::size_t end = std::min(line.find('\t', begin), line.size());
+    fields.push_back(line.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return fields;
+}
+
+// What a line of people's text is in a message.
+std::string InMessage(std::string_view text) { return Quoted(from_bytes(text)); }
+
+AcceptedShadow ShadowIn(std::string_view line, const AbsoluteIRI& folder) {
+  const std::vector<std::string_view> fields = FieldsOf(line);
+  if (fields.size() != kFields) {
+    throw std::invalid_argument("it should hold a grade, two folders and a name, separated by tabs");
+  }
+  const auto grade = ShadowGradeFrom(fields[kGrade]);
+  if (!grade) throw std::invalid_argument("there is no grade " + InMessage(fields[kGrade]));
+  const auto name = DecodedText(fields[kName]);
+  if (!name || name->empty()) throw std::invalid_argument(InMessage(fields[kName]) + " is no name");
+  return {FolderFrom(fields[kHiding], folder), FolderFrom(fields[kHidden], folder), *name, *grade};
+}
+
+// Takes the next line off `rest`, without its end.
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = rest.find('\n');
+  if (end == std::string_view::npos) {
+    throw std::invalid_argument("it does not end with a newline, so it may be cut off");
+  }
+  std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+void TakeFirstLine(std::string_view& rest) {
+  if (TakeLine(rest) == kFirstLine) return;
+  throw std::invalid_argument("it should be \"" + std::string(kFirstLine) + '"');
+}
+
+// Beside the file, and nobody else's.
+AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
+  return file.getParent().getChild(file.getName() + from_bytes('.' + std::to_string(::getpid()) + ".draft"));
+}
+
+// What is left of a draft is of no use. The failure that led here is the one to be told.
+void SweepDraft(const foundation::storage::vfs::IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
+  try {
+    Quorvex::PathEnvironment::RemoveIfThere(storage, draft);
+  } catch (const std::exception& failure) {
+    WriteWarning(failure.what());
+  }
+}
+
+}  // namespace
+
+bool operator<(const AcceptedShadow& left, const AcceptedShadow& right) {
+  return std::tie(left.hiding, left.hidden, left.name, left.grade) <
+         std::tie(right.hiding, right.hidden, right.name, right.grade);
+}
+
+std::string BaselineText(const AcceptedShadows& shadows, const AbsoluteIRI& folder) {
+  std::vector<Line> lines;
+  for (const AcceptedShadow& shadow : shadows) {
+    lines.push_back({std::string(NameOf(shadow.grade)), FolderText(shadow.hiding, folder),
+                     FolderText(shadow.hidden, folder), EncodedText(shadow.name)});
+  }
+  // By what is written: the identifiers depend on the place of the tree.
+  std::sort(lines.begin(), lines.end(), [](const Line& left, const Line& right) {
+    return std::tie(left[kHiding], left[kHidden], left[kName], left[kGrade]) <
+           std::tie(right[kHiding], right[kHidden], right[kName], right[kGrade]);
+  });
+
+  std::string text = std::string(kFirstLine) + '\n' + std::string(kExplanation) + '\n';
+  for (const Line& line : lines) {
+    text += line[kGrade] + '\t' + line[kHiding] + '\t' + line[kHidden] + '\t' + line[kName] + '\n';
+  }
+  return text;
+}
+
+AcceptedShadows ParseBaseline(std::string_view text, const AbsoluteIRI& folder) {
+  AcceptedShadows shadows;
+  std::size_t number = 1;
+  try {
+    TakeFirstLine(text);
+    for (++number; !text.empty(); ++number) {
+      const std::string_view line = TakeLine(text);
+      if (!line.empty() && line.front() != '#') shadows.insert(ShadowIn(line, folder));
+    }
+  } catch (const std::invalid_argument& reason) {
+    throw std::runtime_error("line " + std::to_string(number) + ": " + reason.what());
+  } catch (const foundation::storage::vfs::Exception& reason) {
+    throw std::runtime_error("line " + std::to_string(number) + ": " + reason.what());
+  }
+  return shadows;
+}
+
+AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
+  const auto cannot = [&file](const std::string& reason) {
+    return std::runtime_error("cannot use the baseline " + Quoted(TextOf(file)) + ": " + reason);
+  };
+  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+  const auto text = Quorvex::PathEnvironment::ReadWholeFile(*storage, file);
+  if (!text) throw cannot("there is no such file");
+  try {
+    return ParseBaseline(*text, file.getParent());
+  } catch (const std::runtime_error& reason) {
+    throw cannot(reason.what());
+  }
+}
+
+void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
+  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+  const AbsoluteIRI place = storage->CanonicalLocation(file);
+  const std::string text = BaselineText(shadows, file.getParent());
+  try {
+    Quorvex::PathEnvironment::ReplaceWholeFile(*storage, place, DraftOf(place), {text},
+                                               Quorvex::PathEnvironment::Durability::Whole);
+  } catch (const foundation::storage::vfs::Exception&) {
+    SweepDraft(*storage, DraftOf(place));
+    throw;
+  }
+}
+
+}  // namespace vornixpath

@@ -1,0 +1,51 @@
+// Findings that somebody has accepted, as a text that can be kept beside the folders that it is about:
+//
+//     # shadowed names, version 1
+//     # Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.
+//     different	./base	./extras	greet
+//     kind	./base	file:///opt/toolbox	geometry/Point
+//
+// The first line is as it stands here; other lines that begin with '#', and empty ones, count for nothing. A folder at
+// or below that of the file is told by its identifier from there on: "." or "./extras". Names are UTF-8; '%', stray
+// bytes and whatever a terminal would act on are percent-encoded. Each line ends with a newline, the last one, too.
+#pragma once
+
+#include <compare>
+#include <foundation/storage/vfs/absolute_iri.hpp>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "shadow_grade.hpp"
+
+namespace vornixpath {
+
+/// What makes a finding the same one tomorrow.
+struct AcceptedShadow {
+  foundation::storage::vfs::AbsoluteIRI hiding;  ///< the folders of the path
+  foundation::storage::vfs::AbsoluteIRI hidden;
+  std::u16string name;
+  ShadowGrade grade;
+
+  friend bool operator==(const AcceptedShadow&, const AcceptedShadow&) = default;
+  friend bool operator<(const AcceptedShadow& left, const AcceptedShadow& right);
+};
+
+using AcceptedShadows = std::set<AcceptedShadow>;
+
+/// The text for a file in `folder`: the same for the same tree at another place. Parsed there, it gives `shadows` back.
+[[nodiscard]] std::string BaselineText(const AcceptedShadows& shadows,
+                                       const foundation::storage::vfs::AbsoluteIRI& folder);
+
+/// Throws std::runtime_error, `line 3: there is no grade "grave"`, for a text that is none.
+[[nodiscard]] AcceptedShadows ParseBaseline(std::string_view text, const foundation::storage::vfs::AbsoluteIRI& folder);
+
+/// Throws the same with the file's name, and when there is no such file.
+[[nodiscard]] AcceptedShadows ReadBaseline(const foundation::storage::vfs::AbsoluteIRI& file);
+
+/// Puts the text in the place of what stood there in one step: whatever fails, the old file is still whole. Where
+/// `file` is a link, what it leads to is replaced. Throws the storage layer's Exception.
+void WriteBaseline(const AcceptedShadows& shadows, const foundation::storage::vfs::AbsoluteIRI& file);
+
+}  // namespace vornixpath

@@ -1,0 +1,238 @@
+#include "shadow_baseline.hpp"
+
+#include <gmock/gmock.h>
+
+#include <fakes/failing_storage_provider.hpp>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <search_path_environment/whole_file.hpp>
+#include <support/random_source.hpp>
+#include <unit/environment/memory_storage.hpp>
+
+#include "shadow_pairs.hpp"
+
+namespace vornixpath {
+namespace {
+
+using foundation::storage::fakes::FailingStorageProvider;
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::InMemory;
+using Quorvex::PathEnvironment::MemoryStorage;
+using testing::HasSubstr;
+
+const AbsoluteIRI kFolder(u"file:///project");
+const std::string kBeginning =
+    "# shadowed names, version 1\n"
+    "# Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.\n";
+
+AcceptedShadow Accepted(const std::u16string& hiding, const std::u16string& hidden, const std::u16string& name,
+                        ShadowGrade grade = ShadowGrade::Different) {
+  return {AbsoluteIRI(hiding), AbsoluteIRI(hidden), name, grade};
+}
+
+std::string ReasonToRefuse(const std::string& text) {
+  try {
+    static_cast<void>(ParseBaseline(text, kFolder));
+  } catch (const std::runtime_error& reason) {
+    return reason.what();
+  }
+  return "none";
+}
+
+TEST(ShadowBaseline, TellsFoldersBelowItsOwnFromThereOn) {
+  EXPECT_EQ(BaselineText({Accepted(u"file:///project", u"file:///project/x/y", u"greet"),
+                          Accepted(u"file:///projects", u"file:///", u"f", ShadowGrade::Kind)},
+                         kFolder),
+            kBeginning + "different\t.\t./x/y\tgreet\nkind\tfile:///projects\tfile:///\tf\n");
+}
+
+TEST(ShadowBaseline, IsTheSameForATreeAtAnotherPlace) {
+  const auto textAt = [](const std::u16string& root) {
+    return BaselineText({Accepted(root + u"/a", root + u"/b", u"f"), Accepted(u"file:///m", root + u"/b", u"g")},
+                        AbsoluteIRI(root));
+  };
+
+  EXPECT_EQ(textAt(u"file:///aaa"), textAt(u"file:///zzz"));
+}
+
+TEST(ShadowBaseline, IsSortedByFoldersThenByName) {
+  EXPECT_EQ(BaselineText({Accepted(u"file:///project/b", u"file:///project/a", u"f"),
+                          Accepted(u"file:///project/a", u"file:///project/b", u"g"),
+                          Accepted(u"file:///project/a", u"file:///project/b", u"f", ShadowGrade::Kind),
+                          Accepted(u"file:///project/a", u"file:///project/b", u"f", ShadowGrade::Identical)},
+                         kFolder),
+            kBeginning +
+                "identical\t./a\t./b\tf\n"
+                "kind\t./a\t./b\tf\n"
+                "different\t./a\t./b\tg\n"
+                "different\t./b\t./a\tf\n");
+}
+
+TEST(ShadowBaseline, KeepsNamesAndFoldersThatWouldDisturbIt) {
+  const std::vector<std::string> names = {"a b",
+                                          "tab\there",
+                                          "line\nend",
+                                          "100%",
+                                          "%41",
+                                          "\xFF\xFE",
+                                          "\x1B[31m",
+                                          "\\",
+                                          "#",
+                                          "ende\r",
+                                          "\xE2\x80\xAE"
+                                          "abc",
+                                          "\xC3\xA4"};
+  AcceptedShadows shadows;
+  for (const std::string& bytes : names) {
+    const std::u16string name = fl::filesystem::from_bytes(bytes);
+    shadows.insert({kFolder.getChild(name), AbsoluteIRI(u"file:///elsewhere").getChild(name), name, ShadowGrade::Kind});
+  }
+
+  const std::string text = BaselineText(shadows, kFolder);
+  EXPECT_EQ(ParseBaseline(text, kFolder), shadows);
+  EXPECT_EQ(text.find_first_of("\x1B\r\xFF"), std::string::npos);
+}
+
+TEST(ShadowBaseline, ComesBackWhateverItHolds) {
+  using Quorvex::PathManagement::support::RandomSource;
+  RandomSource random = RandomSource::OfThisRun(20'264);
+  SCOPED_TRACE(random.Describe());
+  const auto randomName = [&random] {
+    std::string bytes(random.Below(6) + 1, 'x');
+    for (char& byte : bytes) {
+      do byte = static_cast<char>(random.Below(255) + 1);
+      while (byte == '/' || byte == '.');
+    }
+    return fl::filesystem::from_bytes(bytes);
+  };
+  for (int round = 0; round < 200 && !testing::Test::HasFailure(); ++round) {
+    AcceptedShadows shadows;
+    for (std::size_t count = random.Below(5); count > 0; --count) {
+      const AbsoluteIRI root = random.OneIn(2) ? kFolder : AbsoluteIRI(u"memory://host/x");
+      shadows.insert({root.getChild(randomName()), root, randomName(), static_cast<ShadowGrade>(random.Below(5))});
+    }
+    EXPECT_EQ(ParseBaseline(BaselineText(shadows, kFolder), kFolder), shadows);
+  }
+}
+
+TEST(ShadowBaseline, MayHoldCommentsBlankLinesAndForeignLineEnds) {
+  EXPECT_EQ(ParseBaseline("# shadowed names, version 1\r\n\r\n# why\r\nkind\t./a\t./b\tf\r\n", kFolder),
+            AcceptedShadows({Accepted(u"file:///project/a", u"file:///project/b", u"f", ShadowGrade::Kind)}));
+}
+
+TEST(ShadowBaseline, IsRefusedWithTheLineAndTheReason) {
+  EXPECT_EQ(ReasonToRefuse(""), "line 1: it does not end with a newline, so it may be cut off");
+  EXPECT_EQ(ReasonToRefuse("something\n"), "line 1: it should be \"# shadowed names, version 1\"");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf"),
+            "line 3: it does not end with a newline, so it may be cut off");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\n"),
+            "line 3: it should hold a grade, two folders and a name, separated by tabs");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\tg\n"),
+            "line 3: it should hold a grade, two folders and a name, separated by tabs");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "\ngrave\t./a\t./b\tf\n"), "line 4: there is no grade \"grave\"");
+  EXPECT_THAT(ReasonToRefuse(kBeginning + "kind\ta\t./b\tf\n"), HasSubstr("line 3: malformed identifier \"a\""));
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4\n"), "line 3: \"%4\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4G\n"), "line 3: \"%4G\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t\n"), "line 3: \"\" is no name");
+}
+
+TEST(ShadowBaseline, ThatIsMissingOrDamagedIsNamed) {
+  MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/p"}));
+  const auto reason = [] {
+    try {
+      static_cast<void>(ReadBaseline(InMemory(u"/p/base")));
+    } catch (const std::runtime_error& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+
+  EXPECT_EQ(reason(), "cannot use the baseline \"memory:///p/base\": there is no such file");
+  storage.GetProvider().AddFile(u"/p/base", "x\n");
+  EXPECT_EQ(reason(),
+            "cannot use the baseline \"memory:///p/base\": line 1: it should be \"# shadowed names, version 1\"");
+}
+
+std::optional<std::string> Content(const MemoryStorage& storage, std::u16string_view file) {
+  return Quorvex::PathEnvironment::ReadWholeFile(storage.GetProvider(), InMemory(file));
+}
+
+TEST(ShadowBaseline, IsWhatWasWritten) {
+  const MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/p"}));
+  const AcceptedShadows shadows = {Accepted(u"memory:///p/a", u"memory:///q", u"f")};
+
+  WriteBaseline(shadows, InMemory(u"/p/base"));
+  EXPECT_EQ(ReadBaseline(InMemory(u"/p/base")), shadows);
+  EXPECT_EQ(Content(storage, u"/p/base"), kBeginning + "different\t./a\tmemory:///q\tf\n");
+}
+
+TEST(ShadowBaseline, BehindALinkIsReplacedThere) {
+  const MemoryStorage storage =
+      std::move(MemoryStorage().WithFiles({u"/q/real"}).WithFolders({u"/p"}).WithLink(u"/p/base", u"../q/real"));
+
+  WriteBaseline({}, InMemory(u"/p/base"));
+  EXPECT_EQ(Content(storage, u"/q/real"), kBeginning);
+}
+
+TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
+  for (std::size_t call = 1;; ++call) {
+    MemoryStorage storage;
+    storage.GetProvider().AddFile(u"/p/base", "old");
+    const auto failing = storage.Through<FailingStorageProvider>();
+    failing->Plan({.call = call});
+    try {
+      WriteBaseline({Accepted(u"memory:///p/a", u"memory:///q", u"f")}, InMemory(u"/p/base"));
+      EXPECT_EQ(failing->GetFailureCount(), 0U) << "a failure was not told";
+      EXPECT_GT(call, 5U);
+      break;
+    } catch (const foundation::storage::vfs::Exception&) {
+      EXPECT_EQ(Content(storage, u"/p/base"), "old") << call;
+      EXPECT_EQ(storage.GetProvider().List(InMemory(u"/p")).entries.size(), 1U) << "a draft is left, " << call;
+    }
+  }
+}
+
+// Two folders that share the names f and g, of equal content where `grade` says so.
+std::vector<ShadowPair> PairWith(ShadowGrade gradeOfF, ShadowGrade gradeOfG) {
+  const MemoryStorage storage =
+      std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx", u"/a/g.vnx", u"/b/g.vnx"}));
+  const auto path = storage.Path({u"/a", u"/b"});
+  std::vector<GradedShadow> graded;
+  for (Shadow& shadow : FindShadows(*path, {u".vnx"})) {
+    const ShadowGrade grade = shadow.name == u"f" ? gradeOfF : gradeOfG;
+    graded.push_back({std::move(shadow), grade, {}});
+  }
+  return PairsOf(std::move(graded), *path, FolderNumbers(*path));
+}
+
+TEST(ShadowBaseline, LeavesOutWhatItHoldsAndTellsWhatIsGone) {
+  std::vector<ShadowPair> pairs = PairWith(ShadowGrade::Different, ShadowGrade::Different);
+  const AcceptedShadow gone = Accepted(u"memory:///a", u"memory:///b", u"h");
+
+  const BaselineEffect effect = LeaveOut({Accepted(u"memory:///a", u"memory:///b", u"f"), gone}, pairs);
+  EXPECT_EQ(effect.leftOut, 1U);
+  EXPECT_EQ(effect.gone, AcceptedShadows({gone}));
+  ASSERT_EQ(pairs.size(), 1U);
+  ASSERT_EQ(pairs[0].shadows.size(), 1U);
+  EXPECT_EQ(pairs[0].shadows[0].shadow.name, u"g");
+}
+
+TEST(ShadowBaseline, DoesNotLeaveOutWhatHasBecomeGraver) {
+  std::vector<ShadowPair> pairs = PairWith(ShadowGrade::Identical, ShadowGrade::Different);
+  const AcceptedShadows accepted = AcceptedFor(PairWith(ShadowGrade::Identical, ShadowGrade::Identical));
+
+  EXPECT_EQ(LeaveOut(accepted, pairs).leftOut, 1U);
+  ASSERT_EQ(pairs.size(), 1U);
+  EXPECT_EQ(pairs[0].shadows[0].shadow.name, u"g");
+}
+
+TEST(ShadowBaseline, LeavesNoPairWithoutNames) {
+  std::vector<ShadowPair> pairs = PairWith(ShadowGrade::Kind, ShadowGrade::Kind);
+
+  EXPECT_EQ(LeaveOut(AcceptedFor(pairs), pairs).leftOut, 2U);
+  EXPECT_TRUE(pairs.empty());
+}
+
+}  // namespace
+}  // namespace vornixpath
