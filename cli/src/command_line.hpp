@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "exit_status.hpp"
+#include "shadow_grade.hpp"
 
 namespace vornixpath {
 
@@ -67,6 +68,16 @@ struct FilesOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+struct ShadowsOptions {
+  PathOptions path;
+  std::string extensions = ".vnx";  ///< as for `which`
+  std::optional<ShadowGrade> failOn;
+  std::optional<std::string> baseline;
+  std::optional<std::string> newBaseline;
+  bool strict = false;
+  bool json = false;
+};
+
 struct PathListOptions {
   PathOptions path;
   bool onlyDistinct = false;  ///< without the later spellings of a folder
@@ -110,8 +121,8 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, PathListOptions, AddOptions,
-                             RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
+                             AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -41,6 +41,9 @@ CommandSyntax AddMatch(CLI::App& app);
 CommandSyntax AddFiles(CLI::App& app);
 CommandSyntax AddPath(CLI::App& app);
 
+// shadows_syntax.cpp
+CommandSyntax AddShadows(CLI::App& app);
+
 // editing_syntax.cpp
 CommandSyntax AddAdd(CLI::App& app);
 CommandSyntax AddRemove(CLI::App& app);

@@ -12,6 +12,7 @@ ExitStatus RunWhich(const WhichOptions& options);
 ExitStatus RunWhy(const WhyOptions& options);
 ExitStatus RunMatch(const MatchOptions& options);
 ExitStatus RunFiles(const FilesOptions& options);
+ExitStatus RunShadows(const ShadowsOptions& options);
 ExitStatus RunPath(const PathListOptions& options);
 ExitStatus RunAdd(const AddOptions& options);
 ExitStatus RunRemove(const RemoveOptions& options);

@@ -19,6 +19,7 @@ ExitStatus Run(const WhichOptions& options) { return RunWhich(options); }
 ExitStatus Run(const WhyOptions& options) { return RunWhy(options); }
 ExitStatus Run(const MatchOptions& options) { return RunMatch(options); }
 ExitStatus Run(const FilesOptions& options) { return RunFiles(options); }
+ExitStatus Run(const ShadowsOptions& options) { return RunShadows(options); }
 ExitStatus Run(const PathListOptions& options) { return RunPath(options); }
 ExitStatus Run(const AddOptions& options) { return RunAdd(options); }
 ExitStatus Run(const RemoveOptions& options) { return RunRemove(options); }

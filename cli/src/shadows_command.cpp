@@ -1,0 +1,88 @@
+// Every name that more than one folder of the path offers, and how grave that is.
+
+#include <algorithm>
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/location_from_text.hpp>
+#include <set>
+
+#include "commands.hpp"
+#include "current_folder.hpp"
+#include "extension_list.hpp"
+#include "output.hpp"
+#include "path_source.hpp"
+#include "path_troubles.hpp"
+#include "shadows_report.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using Quorvex::PathManagement::IPath;
+
+std::vector<GradedShadow> GradedShadowsOf(const IPath& path, const std::vector<std::u16string>& extensions) {
+  ShadowGrading grade(foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference());
+  std::vector<GradedShadow> graded;
+  for (Shadow& shadow : FindShadows(path, extensions)) graded.push_back(grade(std::move(shadow)));
+  return graded;
+}
+
+// Whether there is any. A file is told once, however many it was to be compared with.
+bool WarnOfUnreadFiles(const std::vector<ShadowPair>& pairs) {
+  std::set<std::string> reasons;
+  for (const ShadowPair& pair : pairs) {
+    for (const GradedShadow& graded : pair.shadows) {
+      if (!graded.unread.empty() && reasons.insert(graded.unread).second) WriteWarning(graded.unread);
+    }
+  }
+  return !reasons.empty();
+}
+
+AbsoluteIRI LocationOfBaseline(const std::string& name) {
+  return Quorvex::PathEnvironment::LocationFromText(fl::filesystem::from_bytes(name), CurrentFolder());
+}
+
+void TellEffect(const BaselineEffect& effect) {
+  const auto counted = [](std::size_t count, const std::string& one, const std::string& many) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+  };
+  WriteMessage("the baseline leaves out " + counted(effect.leftOut, "finding", "findings") + "; " +
+               counted(effect.gone.size(), "of its entries no longer occurs", "of its entries no longer occur"));
+}
+
+bool IsAny(ShadowGrade least, const std::vector<ShadowPair>& pairs) {
+  return std::any_of(pairs.begin(), pairs.end(), [&](const ShadowPair& pair) {
+    return std::any_of(pair.shadows.begin(), pair.shadows.end(),
+                       [&](const GradedShadow& shadow) { return shadow.grade >= least; });
+  });
+}
+
+}  // namespace
+
+ExitStatus RunShadows(const ShadowsOptions& options) {
+  std::optional<AcceptedShadows> accepted;
+  if (options.baseline) accepted = ReadBaseline(LocationOfBaseline(*options.baseline));
+
+  const LoadedPath path = LoadPath(options.path);
+  ShadowsReport report{{}, TroublesOf(path), std::nullopt};
+  Warn(report.problems);
+  const auto extensions = ExtensionsFromText(fl::filesystem::from_bytes(options.extensions));
+  report.pairs = PairsOf(GradedShadowsOf(path.GetView(), extensions), path.GetView(), FolderNumbers(path.GetLeaf()));
+  const bool isAnyUnread = WarnOfUnreadFiles(report.pairs);
+
+  if (options.newBaseline) WriteBaseline(AcceptedFor(report.pairs), LocationOfBaseline(*options.newBaseline));
+  if (accepted) {
+    report.baseline = LeaveOut(*accepted, report.pairs);
+    TellEffect(*report.baseline);
+  }
+  if (options.json) {
+    WriteAsJson(report);
+  } else {
+    WriteAsLines(report);
+  }
+  if (options.strict && (isAnyUnread || !report.problems.empty())) return ExitStatus::Incomplete;
+  return options.failOn && IsAny(*options.failOn, report.pairs) ? ExitStatus::No : ExitStatus::Yes;
+}
+
+}  // namespace vornixpath

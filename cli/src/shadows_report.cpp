@@ -1,0 +1,111 @@
+#include "shadows_report.hpp"
+
+#include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
+#include <fl/filesystem/displayed_text.hpp>
+#include <iostream>
+#include <set>
+
+#include "file_location.hpp"
+#include "json_parts.hpp"
+#include "location_text.hpp"
+#include "output.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+namespace json = boost::json;
+using fl::filesystem::to_displayed_text;
+using foundation::storage::vfs::AbsoluteIRI;
+
+// "@Shape/area.vnx" for what stands in `folder`.
+std::string PlaceWithin(const AbsoluteIRI& folder, const AbsoluteIRI& location) {
+  const auto names = location.getSegments();
+  std::u16string place;
+  for (std::size_t i = folder.getSegments().size(); i < names.size(); ++i) {
+    place.append(place.empty() ? u"" : u"/").append(names[i]);
+  }
+  return to_displayed_text(place);
+}
+
+// Two files of one name that stand directly in their folders need no further word.
+std::string PlacesInWords(const ShadowPair& pair, const Shadow& shadow) {
+  const std::string winner = PlaceWithin(pair.hiding.location, LocationOf(shadow.winner));
+  const std::string hidden = PlaceWithin(pair.hidden.location, shadow.hidden);
+  if (winner != hidden)
+    return ": " + winner + (shadow.likeness == Likeness::OtherLetterCase ? " would hide " : " hides ") + hidden;
+  return winner.find('/') == std::string::npos ? "" : ": " + winner;
+}
+
+std::string LineFor(const ShadowPair& pair, const GradedShadow& graded) {
+  const std::string grade(NameOf(graded.grade));
+  constexpr std::size_t kLongestGrade = 11;
+  return "  " + grade + std::string(kLongestGrade - grade.size() + 2, ' ') + to_displayed_text(graded.shadow.name) +
+         PlacesInWords(pair, graded.shadow);
+}
+
+std::string HeadingFor(const ShadowPair& pair) {
+  std::set<std::u16string> names;
+  for (const GradedShadow& graded : pair.shadows) names.insert(graded.shadow.name);
+  const std::string count = std::to_string(names.size()) + (names.size() == 1 ? " name" : " names");
+  const std::string hiding = ShownText(pair.hiding.location);
+  if (pair.hiding == pair.hidden) return hiding + " hides " + count + " of its own";
+  return hiding + " hides " + count + " of " + ShownText(pair.hidden.location);
+}
+
+json::object FolderToJson(const NumberedFolder& folder) {
+  json::object object = ToJson(folder.location);
+  object["position"] = folder.number - 1;
+  return object;
+}
+
+json::object ShadowToJson(const GradedShadow& graded) {
+  const Shadow& shadow = graded.shadow;
+  json::object hidden = ToJson(shadow.hidden);
+  hidden["folder"] = NameOf(shadow.hiddenEntry->GetEntryType());
+  hidden["isFolder"] = shadow.hidden == shadow.hiddenEntry->GetAbsoluteIRI();
+  json::object object = {{"name", to_displayed_text(shadow.name)},
+                         {"grade", NameOf(graded.grade)},
+                         {"winner", ToJson(shadow.winner)},
+                         {"hidden", std::move(hidden)}};
+  if (!graded.unread.empty()) object["unread"] = graded.unread;
+  return object;
+}
+
+json::object AcceptedToJson(const AcceptedShadow& accepted) {
+  return {{"name", to_displayed_text(accepted.name)},
+          {"grade", NameOf(accepted.grade)},
+          {"hiding", ToJson(accepted.hiding)},
+          {"hidden", ToJson(accepted.hidden)}};
+}
+
+json::object EffectToJson(const BaselineEffect& effect) {
+  json::array gone;
+  for (const AcceptedShadow& accepted : effect.gone) gone.push_back(AcceptedToJson(accepted));
+  return {{"leftOut", effect.leftOut}, {"gone", std::move(gone)}};
+}
+
+}  // namespace
+
+void WriteAsLines(const ShadowsReport& report) {
+  for (const ShadowPair& pair : report.pairs) {
+    WriteSafeResult(HeadingFor(pair), OutputForm::Lines);
+    for (const GradedShadow& graded : pair.shadows) WriteSafeResult(LineFor(pair, graded), OutputForm::Lines);
+  }
+}
+
+void WriteAsJson(const ShadowsReport& report) {
+  json::array pairs;
+  for (const ShadowPair& pair : report.pairs) {
+    json::array names;
+    for (const GradedShadow& graded : pair.shadows) names.push_back(ShadowToJson(graded));
+    pairs.push_back(json::object{
+        {"hiding", FolderToJson(pair.hiding)}, {"hidden", FolderToJson(pair.hidden)}, {"names", std::move(names)}});
+  }
+  json::object document = {{"pairs", std::move(pairs)}, {"problems", ToJson(report.problems)}};
+  if (report.baseline) document["baseline"] = EffectToJson(*report.baseline);
+  std::cout << json::serialize(document) << '\n';
+}
+
+}  // namespace vornixpath
