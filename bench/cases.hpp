@@ -14,6 +14,9 @@ void RegisterLoading();
 /// Bytes of the heap a file of that path costs.
 void RegisterMemory();
 
+/// Finding and grading all that is hidden on that path in memory, beside asking for every name once.
+void RegisterShadows();
+
 /// Edits and a listing of a saved path of 100,000 folders by the tool, beside reading and writing that file.
 void RegisterEditing();
 

@@ -1,5 +1,5 @@
-// What lookups, loading, memory and edits cost. Arguments are those of Google Benchmark; the exit status is 1 when
-// something is beyond its limit.
+// What lookups, loading, memory, shadows and edits cost. Arguments are those of Google Benchmark; the exit status is 1
+// when something is beyond its limit.
 
 #include <benchmark/benchmark.h>
 
@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
   bench::RegisterPartialPathnames();
   bench::RegisterLoading();
   bench::RegisterMemory();
+  bench::RegisterShadows();
   bench::RegisterEditing();
   bench::RegisterDeduplication();
   benchmark::Initialize(&argc, argv);
