@@ -67,6 +67,7 @@ MadePath Make(std::size_t folders) {
   const auto mounted = VornixStorageSystem::Mount(u"file", counting);
   const FolderEntryFactory entries(VornixStorageSystem::GetStorageSystemReference());
   made.path = FolderPathFactory().CreateFolderPath(locations, entries);
+  made.tree = tree;
   made.storage = std::move(counting);
   return made;
 }

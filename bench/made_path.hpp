@@ -20,6 +20,7 @@ inline constexpr const char16_t* kCommonName = u"in_every_place";
 /// Folders of 100 files, and one more that all have in common. Nine files of ten bear a name of their own; the tenth
 /// shares its name with nine other folders. Every tenth folder has a package and a class folder.
 struct MadePath {
+  std::shared_ptr<const foundation::storage::vfs::IStorageProvider> tree;  ///< without the counting
   std::shared_ptr<const foundation::storage::fakes::CountingStorageProvider> storage;
   std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> path;
   std::vector<std::u16string> names;      ///< of the folders' own files, every one once

@@ -1,7 +1,9 @@
+#include <fakes/forwarding_storage_provider.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_utilities/lookup.hpp>
 #include <shadow.hpp>
 #include <shadow_grading.hpp>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -46,10 +48,18 @@ void FindEachName(benchmark::State& state) {
   }
 }
 
+// Stops at the first file that is opened. To count every call would cost as much as the calls.
+class NoReading final : public foundation::storage::fakes::IStorageObserver {
+ public:
+  void BeforeCall(StorageOperation operation, const foundation::storage::vfs::AbsoluteIRI& /*location*/) override {
+    if (operation == StorageOperation::OpenForReading) throw std::logic_error("a file was opened");
+  }
+};
+
 void FindAndGradeShadows(benchmark::State& state) {
-  const std::size_t read = Made().storage->GetCount(StorageOperation::OpenForReading);
-  const auto mounted = VornixStorageSystem::Mount(
-      u"file", std::const_pointer_cast<foundation::storage::fakes::CountingStorageProvider>(Made().storage));
+  using foundation::storage::fakes::ForwardingStorageProvider;
+  const auto storage = std::make_shared<ForwardingStorageProvider>(Made().tree, std::make_shared<NoReading>());
+  const auto mounted = VornixStorageSystem::Mount(u"file", storage);
   for (auto unused : state) {
     static_cast<void>(unused);
     vornixpath::ShadowGrading grade(VornixStorageSystem::GetStorageSystemReference());
@@ -60,7 +70,6 @@ void FindAndGradeShadows(benchmark::State& state) {
     benchmark::DoNotOptimize(graded.data());
     if (graded.size() != 9 * Made().shadowing.size() + 9'999) state.SkipWithError("not what the tree hides");
   }
-  if (Made().storage->GetCount(StorageOperation::OpenForReading) != read) state.SkipWithError("a file was read");
 }
 
 }  // namespace
