@@ -1,0 +1,47 @@
+#include "allocations.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+namespace Quorvex::PathManagement::diff_tests {
+
+namespace {
+
+struct Watch {
+  bool isOn = false;
+  std::size_t successesLeft = 0;
+  std::size_t count = 0;
+  std::ptrdiff_t alive = 0;
+  std::ptrdiff_t mostAlive = 0;
+};
+
+thread_local Watch watch;
+
+}  // namespace
+
+Allocations::Allocations(std::size_t successes) { watch = Watch{true, successes, 0, 0, 0}; }
+Allocations::~Allocations() { watch.isOn = false; }
+std::size_t Allocations::GetCount() const { return watch.count; }
+std::size_t Allocations::GetMostAlive() const { return static_cast<std::size_t>(watch.mostAlive); }
+
+static void* Allocate(std::size_t size) {
+  if (watch.isOn) {
+    if (watch.successesLeft-- == 0) throw std::bad_alloc();
+    ++watch.count;
+    watch.mostAlive = std::max(watch.mostAlive, ++watch.alive);
+  }
+  if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+  throw std::bad_alloc();
+}
+
+static void Free(void* memory) noexcept {
+  if (watch.isOn && memory != nullptr) --watch.alive;
+  std::free(memory);
+}
+
+}  // namespace Quorvex::PathManagement::diff_tests
+
+void* operator new(std::size_t size) { return Quorvex::PathManagement::diff_tests::Allocate(size); }
+void operator delete(void* memory) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
