@@ -24,4 +24,7 @@ void RegisterEditing();
 /// set.
 void RegisterDeduplication();
 
+/// Telling how two vectors of a million entries differ, beside sorting both by address and merging them.
+void RegisterComparisons();
+
 }  // namespace bench

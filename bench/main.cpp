@@ -1,5 +1,5 @@
-// What lookups, loading, memory, shadows and edits cost. Arguments are those of Google Benchmark; the exit status is 1
-// when something is beyond its limit.
+// What lookups, loading, memory, shadows, edits and comparisons cost. Arguments are those of Google Benchmark; the exit
+// status is 1 when something is beyond its limit.
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   bench::RegisterShadows();
   bench::RegisterEditing();
   bench::RegisterDeduplication();
+  bench::RegisterComparisons();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
 
