@@ -7,8 +7,9 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <search_path_utilities/lookup.hpp>
-#include <unordered_map>
 #include <utility>
+
+#include "special_subfolders.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -24,28 +25,10 @@ using foundation::storage::vfs::StorageSystemReference;
 using PathManagement::PathEntryType;
 using StorageException = foundation::storage::vfs::Exception;
 
-bool MayHold(PathEntryType outer, PathEntryType inner) {
-  const bool isMainOrPackage = outer == PathEntryType::Main || outer == PathEntryType::Package;
-  switch (inner) {
-    case PathEntryType::Package:
-    case PathEntryType::Class:
-      return isMainOrPackage;
-    case PathEntryType::Private:
-    case PathEntryType::Resources:
-      return isMainOrPackage || outer == PathEntryType::Class;
-    default:
-      return false;
-  }
-}
-
 ProblemKind KindOf(const std::error_code& error) {
   if (error == std::errc::no_such_file_or_directory) return ProblemKind::Missing;
   if (error == std::errc::not_a_directory) return ProblemKind::NotAFolder;
   return ProblemKind::Unreadable;
-}
-
-bool IsByName(const std::shared_ptr<const FolderEntry>& left, const std::shared_ptr<const FolderEntry>& right) {
-  return left->GetAbsoluteIRI().getName() < right->GetAbsoluteIRI().getName();
 }
 
 bool IsByLocation(const PathProblem& left, const PathProblem& right) { return left.location < right.location; }
@@ -74,8 +57,6 @@ class Reader {
   }
 
  private:
-  using Entries = std::unordered_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>>;
-
   // Stands on the branch of every folder read meanwhile.
   class BranchStep {
    public:
@@ -121,7 +102,7 @@ class Reader {
 
   void ReadEntries(FolderListing&& listing, FolderEntry::Contents& contents, const FolderEntry* previous) {
     const BranchStep step(branch_, listing.identity);
-    const Entries former = ChildrenOf(previous);
+    const FormerEntries former = FormerEntries::Below(previous);
     contents.files.reserve(listing.entries.size());
     for (auto& entry : listing.entries) {
       if (entry.kind == FileKind::File) contents.files.push_back(std::move(entry.name));
@@ -129,47 +110,20 @@ class Reader {
         KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name, former); });
       }
     }
-    std::sort(contents.subfolders.classes.begin(), contents.subfolders.classes.end(), IsByName);
-    std::sort(contents.subfolders.packages.begin(), contents.subfolders.packages.end(), IsByName);
+    SortByName(contents.subfolders);
   }
 
-  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name, const Entries& former) {
+  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name, const FormerEntries& former) {
     const PathEntryType kind = PathManagement::GetPathEntryTypeFromBaseName(name);
     if (!MayHold(contents.kind, kind)) return;
 
     const AbsoluteIRI location = contents.location.getChild(name);
-    const auto known = former.find(location);
-    const std::shared_ptr<const FolderEntry> before = known == former.end() ? nullptr : known->second;
-    auto entry = Read(location, kind, before.get());
+    auto entry = Read(location, kind, former.Find(location).get());
     if (!entry) {
       contents.problems.push_back({location, ProblemKind::Loop, {}});
       return;
     }
-    if (before && before->HoldsTheSameAs(*entry)) entry = before;
-    Place(std::move(entry), contents.subfolders);
-  }
-
-  static Entries ChildrenOf(const FolderEntry* entry) {
-    Entries children;
-    if (entry == nullptr) return children;
-    for (const auto& child : entry->GetChildren()) children.emplace(child->GetLocation(), child);
-    return children;
-  }
-
-  static void Place(std::shared_ptr<const FolderEntry> entry, SpecialSubfolders& subfolders) {
-    switch (entry->GetEntryType()) {
-      case PathEntryType::Private:
-        subfolders.privateEntry = std::move(entry);
-        break;
-      case PathEntryType::Resources:
-        subfolders.resources = std::move(entry);
-        break;
-      case PathEntryType::Class:
-        subfolders.classes.push_back(std::move(entry));
-        break;
-      default:
-        subfolders.packages.push_back(std::move(entry));
-    }
+    Place(former.FormerIfEqual(entry), contents.subfolders);
   }
 
   const IStorageProvider& provider_;
