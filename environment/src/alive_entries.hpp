@@ -19,7 +19,7 @@ class AliveEntries {
 
   /// The entry to go on with: the one that is known for the location if it holds the same, else `entry`, which is known
   /// from now on. O(1), but for every now and then, when what nobody holds is swept out.
-  [[nodiscard]] EntryPtr Settle(EntryPtr entry);
+  EntryPtr Settle(EntryPtr entry);
 
   /// How many locations are known, those of dead entries that were not yet swept out included.
   [[nodiscard]] std::size_t GetSize() const;

@@ -27,6 +27,12 @@ void WriteFolder(std::ostream& out, const FolderEntry& entry) {
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage)
     : storage_(std::move(storage)), alive_(std::make_shared<AliveEntries>()) {}
 
+FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const FolderPath& predecessor)
+    : FolderEntryFactory(std::move(storage)) {
+  const auto entries = predecessor.GetMainEntries();
+  for (const auto& entry : *entries) alive_->Settle(std::static_pointer_cast<const FolderEntry>(entry));
+}
+
 FolderEntryFactory::~FolderEntryFactory() = default;
 
 std::shared_ptr<const PathManagement::IPathEntry> FolderEntryFactory::CreateMainEntry(const AbsoluteIRI& folder) const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <search_path_environment/export.hpp>
 #include <search_path_environment/folder_entry.hpp>
+#include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/factories.hpp>
 
 namespace Quorvex::PathEnvironment {
@@ -18,6 +19,8 @@ class AliveEntries;
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntryFactory final : public PathManagement::IPathEntryFactory {
  public:
   explicit FolderEntryFactory(foundation::storage::vfs::StorageSystemReference storage);
+  /// The same, as if it had made the entries of `predecessor`.
+  FolderEntryFactory(foundation::storage::vfs::StorageSystemReference storage, const FolderPath& predecessor);
   ~FolderEntryFactory() override;
 
   /// Reads `folder` and its special subfolders in depth; always a `FolderEntry`. What cannot be read is kept with the

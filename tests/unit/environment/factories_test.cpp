@@ -86,6 +86,20 @@ TEST(FolderEntryFactory, MakesNewEntriesFromAChangeUpAndKeepsTheRest) {
   EXPECT_EQ(classes[1], classesBefore[1]);
 }
 
+TEST(FolderEntryFactory, GoesOnWithTheEntriesOfAPredecessor) {
+  MemoryStorage storage;
+  storage.WithFiles({u"/a/foo.vnx", u"/b/foo.vnx"});
+  const auto before = storage.Path({u"/a", u"/b"});
+  storage.WithFiles({u"/b/new.vnx"});
+
+  const FolderEntryFactory factory(VornixStorageSystem::GetStorageSystemReference(), *before);
+  const auto a = factory.CreateMainEntry(InMemory(u"/a"));
+  const auto b = factory.CreateMainEntry(InMemory(u"/b"));
+
+  EXPECT_EQ(a, before->GetMainEntries()->front());
+  EXPECT_NE(b, before->GetMainEntries()->back());
+}
+
 TEST(FolderEntryFactory, MakesANewEntryWhateverKindOfChangeThereWas) {
   const std::vector<std::function<void(MemoryStorage&)>> changes = {
       [](MemoryStorage& storage) { storage.WithFiles({u"/a/g"}); },
