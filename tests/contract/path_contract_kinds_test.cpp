@@ -165,10 +165,8 @@ PathPtr MaskedDeduplicated(const Content& content) {
 template <class Folders>
 PathPtr DeduplicatedMasked(const Content& content) {
   const auto folders = std::make_shared<const Folders>(WithAnother(content));
-  std::vector<PathPtr> components;
-  for (int count = 0; count < 2; ++count) {
-    components.push_back(WithoutTheFirst(folders->PathOver(WithAnother(content))));
-  }
+  std::vector<PathPtr> components = {WithoutTheFirst(folders->PathOver(WithAnother(content))),
+                                     WithoutTheFirst(folders->PathOver(WithAnother(content)))};
   return Keeping<Folders>(folders, std::make_shared<const DeduplicatedPath>(std::move(components)));
 }
 

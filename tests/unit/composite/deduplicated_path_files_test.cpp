@@ -12,7 +12,6 @@ namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using support::APath;
-using support::FileOf;
 using support::FilesOf;
 using support::Folder;
 using support::InjectedFailure;

@@ -24,6 +24,7 @@ struct MaskedFolders {
 
   [[nodiscard]] std::vector<EntryPtr> EntriesAt(std::initializer_list<std::string_view> locations) const {
     std::vector<EntryPtr> entries;
+    entries.reserve(locations.size());
     for (const std::string_view location : locations) entries.push_back(At(location));
     return entries;
   }

@@ -16,8 +16,6 @@ using support::LocationsOf;
 using support::MockPath;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::NiceMock;
-using testing::Return;
 using testing::StrictMock;
 using testing::ThrowsMessage;
 

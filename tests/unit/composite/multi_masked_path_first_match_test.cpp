@@ -18,7 +18,6 @@ using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::Field;
-using testing::IsEmpty;
 using testing::Not;
 
 class MultiMaskedPathFirstMatch : public testing::Test {

@@ -20,7 +20,6 @@ using support::LocationOf;
 using support::MockPath;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::NiceMock;
 using testing::Not;
 using testing::Return;
