@@ -32,5 +32,12 @@ static void* Allocate(std::size_t size) {
 }  // namespace bench
 
 void* operator new(std::size_t size) { return bench::Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return bench::Allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

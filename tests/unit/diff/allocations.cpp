@@ -43,5 +43,12 @@ static void Free(void* memory) noexcept {
 }  // namespace Quorvex::PathManagement::diff_tests
 
 void* operator new(std::size_t size) { return Quorvex::PathManagement::diff_tests::Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return Quorvex::PathManagement::diff_tests::Allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
