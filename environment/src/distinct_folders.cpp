@@ -92,7 +92,7 @@ std::u16string TextOf(const AbsoluteIRI& location) {
 const char* InWords(SameFolder reason) {
   switch (reason) {
     case SameFolder::ByText:
-      return "same text";
+      return "same identifier";
     case SameFolder::ByIdentity:
       return "same device and inode";
     case SameFolder::ByCanonicalLocation:

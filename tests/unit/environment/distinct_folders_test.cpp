@@ -81,8 +81,8 @@ TEST(DistinctFolders, TakesDotSegmentsForTheTextTheyStandFor) {
 
   EXPECT_THAT(Kept(folders), ElementsAre("0 /a"));
   EXPECT_THAT(Dropped(folders),
-              ElementsAre("1 /a: it is the same folder as \"memory:///a\", folder 1 of the path: same text",
-                          "2 /a: it is the same folder as \"memory:///a\", folder 1 of the path: same text"));
+              ElementsAre("1 /a: it is the same folder as \"memory:///a\", folder 1 of the path: same identifier",
+                          "2 /a: it is the same folder as \"memory:///a\", folder 1 of the path: same identifier"));
 }
 
 TEST(DistinctFolders, TellsOfARepeatedSpellingWhyItWasDroppedFirst) {
