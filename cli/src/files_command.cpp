@@ -1,6 +1,5 @@
 // Every file of the path that has one of some extensions, whether something hides it or not.
 
-#include <algorithm>
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 #include <fl/filesystem/displayed_text.hpp>
@@ -9,6 +8,7 @@
 #include <search_path_utilities/lookup.hpp>
 
 #include "commands.hpp"
+#include "each_location_once.hpp"
 #include "extension_list.hpp"
 #include "file_location.hpp"
 #include "json_parts.hpp"
@@ -35,9 +35,6 @@ std::vector<std::u16string> ExtensionsFrom(const std::vector<std::string>& texts
   }
   return extensions;
 }
-
-// An extension that is asked for twice, be it in another letter case, lists its files twice in a row.
-void KeepEachOnce(std::vector<FoundItem>& files) { files.erase(std::unique(files.begin(), files.end()), files.end()); }
 
 void WriteAsJson(const std::vector<std::u16string>& extensions, const std::vector<FoundItem>& files,
                  const std::vector<PathProblem>& troubles) {
@@ -66,7 +63,7 @@ ExitStatus RunFiles(const FilesOptions& options) {
   const std::vector<std::u16string> extensions = ExtensionsFrom(options.extensions);
   std::vector<FoundItem> files = Quorvex::PathManagement::FindFilesByExtensions(
       path.GetView(), ScopeFromName(options.scope), extensions, PolicyFor(options.ignoreCase));
-  KeepEachOnce(files);
+  KeepEachLocationOnce(files);  // an extension that is asked for twice lists its files twice, too
 
   if (options.json) {
     WriteAsJson(extensions, files, troubles);

@@ -4,9 +4,8 @@
 #include <iterator>
 #include <search_path_environment/folder_entry.hpp>
 #include <search_path_utilities/lookup.hpp>
-#include <unordered_set>
 
-#include "file_location.hpp"
+#include "each_location_once.hpp"
 #include "searched_entries.hpp"
 
 namespace vornixpath {
@@ -61,13 +60,6 @@ std::vector<FoundItem> FilesInOrderOfPrecedence(const Standpoint& standpoint, co
                return standpoint.path.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(), *right.GetPathEntry());
              });
   return files;
-}
-
-// A special folder that stands on the path, too, is met twice.
-void KeepEachLocationOnce(std::vector<FoundItem>& files) {
-  std::unordered_set<foundation::storage::vfs::AbsoluteIRI> known;
-  const auto isKnown = [&known](const FoundItem& file) { return !known.insert(LocationOf(file)).second; };
-  files.erase(std::remove_if(files.begin(), files.end(), isKnown), files.end());
 }
 
 }  // namespace

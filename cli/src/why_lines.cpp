@@ -110,8 +110,12 @@ void WriteMasked(const Explanation& explanation, const FolderNumbers& numbers) {
   for (const EntryPtr& folder : explanation.maskedFolders) {
     WriteLine(Entitled(folder->GetAbsoluteIRI(), numbers.NumberOf(*folder)));
   }
-  WriteLine(explanation.maskedFiles.empty() ? "Without masks it would mean no other file"
-                                            : "Without masks it could mean");
+  if (explanation.maskedFiles.empty()) {
+    WriteLine(explanation.winner ? "Without masks it would mean the same"
+                                 : "Without masks it would mean nothing either");
+    return;
+  }
+  WriteLine("Without masks it could mean");
   for (const FoundItem& file : explanation.maskedFiles) WriteLine(Entitled(file, numbers));
 }
 
