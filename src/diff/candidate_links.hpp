@@ -21,6 +21,8 @@ class SharedLinks {
     links_[rank] = std::move(node);
   }
 
+  [[nodiscard]] std::size_t LengthOfLongest() const noexcept { return links_.size(); }
+
   /// Calls `visit` with each position of the longest candidate, from its last to its first.
   template <class Visit>
   void ForEachBackwards(const Visit& visit) const {
@@ -49,6 +51,8 @@ class LinksByPosition {
     if (rank == links_.size()) return links_.push_back(index);
     links_[rank] = index;
   }
+
+  [[nodiscard]] std::size_t LengthOfLongest() const noexcept { return links_.size(); }
 
   template <class Visit>
   void ForEachBackwards(const Visit& visit) const {

@@ -26,15 +26,8 @@ class LongestCommonSubsequence {
   [[nodiscard]] static Container Find(const Container& first, const Container& second) {
     const Index index(second);
     std::vector<SequencePosition> matchLists = index.MatchListsOf(first);
-    Container subsequence;
-    const auto append = [&](SequencePosition position) { subsequence.push_back(first[position]); };
-    if (index.HasRepeats()) {
-      ScanAll(index, matchLists).ForEachBackwards(append);
-    } else {
-      ScanUnique(std::move(matchLists)).ForEachBackwards(append);
-    }
-    std::reverse(subsequence.begin(), subsequence.end());
-    return subsequence;
+    if (index.HasRepeats()) return LongestOf(ScanAll(index, matchLists), first);
+    return LongestOf(ScanUnique(std::move(matchLists)), first);
   }
 
   /// The candidates after the scan, where no element of the second sequence repeats.
@@ -49,6 +42,15 @@ class LongestCommonSubsequence {
   }
 
  private:
+  template <class Links>
+  static Container LongestOf(const Links& links, const Container& first) {
+    Container subsequence;
+    subsequence.reserve(links.LengthOfLongest());
+    links.ForEachBackwards([&](SequencePosition position) { subsequence.push_back(first[position]); });
+    std::reverse(subsequence.begin(), subsequence.end());
+    return subsequence;
+  }
+
   static SharedLinks ScanAll(const Index& index, const std::vector<SequencePosition>& matchLists) {
     SharedLinks links;
     std::vector<SequencePosition> thresholds;

@@ -98,10 +98,9 @@ std::optional<Verdict> JudgeWithoutRepeats(const EntryPtrs& oldEntries, const En
     verdict.isOldMatched[position] = true;
     ++verdict.matches;
   }
-  Subsequence::ScanUnique(std::move(matchLists)).ForEachBackwards([&](SequencePosition position) {
-    verdict.isOnSubsequence[position] = true;
-    ++verdict.subsequenceLength;
-  });
+  const LinksByPosition links = Subsequence::ScanUnique(std::move(matchLists));
+  links.ForEachBackwards([&](SequencePosition position) { verdict.isOnSubsequence[position] = true; });
+  verdict.subsequenceLength = links.LengthOfLongest();
   return verdict;
 }
 

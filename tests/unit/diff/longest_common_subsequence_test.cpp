@@ -83,6 +83,14 @@ TEST(LongestCommonSubsequence, ConsistsOfCopiesOfTheFirstSequencesPointers) {
   EXPECT_FALSE(found.front().owner_before(owner) || owner.owner_before(found.front()));
 }
 
+TEST(LongestCommonSubsequence, TakesNoMoreRoomThanItNeeds) {
+  const Objects distinct = ManyObjects(5);
+  const Objects repeated(5, x);
+
+  EXPECT_EQ(Subsequence::Find(distinct, distinct).capacity(), 5U);
+  EXPECT_EQ(Subsequence::Find(repeated, repeated).capacity(), 5U);
+}
+
 // Sequences as numbers in base `count`: each of the objects, up to that length.
 std::vector<Objects> SequencesUpTo(std::size_t length, const Objects& objects) {
   std::vector<Objects> sequences = {{}};
