@@ -77,7 +77,7 @@ TEST(FailedComparison, KeepsWhatItAppendedBeforeTheMergeFailed) {
 TEST(FailedComparison, KeepsTheMainEntriesWhenMethodEntriesFail) {
   const auto before = AnEntry("a");
   const auto after = AnEntry("a");
-  after->whenAskedForMethodEntries = Fail;
+  after->whenAskedForMethodEntries = [](std::string_view) { Fail(); };
   const EntryPtr added = AnEntry("b");
   PathEntryVectorDifferentiator differentiator;
 

@@ -30,23 +30,32 @@ class MadeEntry final : public IPathEntry {
   EntryPtrs second;
   EntryPtrs third;
   std::function<void()> whenAskedForLocation = [] {};
-  std::function<void()> whenAskedForMethodEntries = [] {};
+  std::function<void(std::string_view operation)> whenAskedForMethodEntries = [](std::string_view) {};
 
   [[nodiscard]] foundation::storage::vfs::AbsoluteIRI GetAbsoluteIRI() const override {
     whenAskedForLocation();
     return location;
   }
   [[nodiscard]] EntryPtr GetPrivateEntry() const override {
-    whenAskedForMethodEntries();
+    whenAskedForMethodEntries("GetPrivateEntry");
     return privateEntry;
   }
   [[nodiscard]] EntryPtr GetSecondSingleEntry() const override {
-    whenAskedForMethodEntries();
+    whenAskedForMethodEntries("GetSecondSingleEntry");
     return secondSingle;
   }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetFirstEntryGroup() const override { return GroupOf(first); }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetSecondEntryGroup() const override { return GroupOf(second); }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetThirdEntryGroup() const override { return GroupOf(third); }
+  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetFirstEntryGroup() const override {
+    whenAskedForMethodEntries("GetFirstEntryGroup");
+    return std::make_shared<const EntryPtrs>(first);
+  }
+  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetSecondEntryGroup() const override {
+    whenAskedForMethodEntries("GetSecondEntryGroup");
+    return std::make_shared<const EntryPtrs>(second);
+  }
+  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetThirdEntryGroup() const override {
+    whenAskedForMethodEntries("GetThirdEntryGroup");
+    return std::make_shared<const EntryPtrs>(third);
+  }
 
   // No comparison asks for the rest.
   [[nodiscard]] PathEntryType GetEntryType() const override { throw std::logic_error("GetEntryType"); }
@@ -63,12 +72,6 @@ class MadeEntry final : public IPathEntry {
   [[nodiscard]] std::shared_ptr<const FilenameComparator> GetFilenameComparator(
       FilenameMatchingPolicy /*policy*/) const override {
     throw std::logic_error("GetFilenameComparator");
-  }
-
- private:
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GroupOf(const EntryPtrs& entries) const {
-    whenAskedForMethodEntries();
-    return std::make_shared<const EntryPtrs>(entries);
   }
 };
 
