@@ -138,6 +138,62 @@ TEST(ComparisonWithMethodEntries, TakesThemEntryByEntryInTheOrderOfFolders) {
   EXPECT_THAT(ChangesWithMethodEntries({otherA}, {b, a}).reordered, IsEmpty());
 }
 
+// The main entry has the higher address, so that sorting all that was appended would show.
+TEST(ComparisonWithMethodEntries, ReordersMethodEntriesAfterMainEntries) {
+  const EntryPtrs moved = ByAddress({AnEntry("x"), AnEntry("y")});
+  const EntryPtr other = AnEntry("other");
+  const EntryPtr method = AnEntry("method");
+  const auto before = AnEntry("a");
+  before->first = {moved[0], method};
+  const auto after = AnEntry("a");
+  after->first = {method, moved[0]};
+
+  const Changes changes = ChangesWithMethodEntries({moved[1], other, before}, {other, moved[1], after});
+
+  EXPECT_THAT(changes.reordered, ElementsAre(moved[1], moved[0]));
+  EXPECT_EQ(changes.Count(), 4U);
+}
+
+TEST(ComparisonWithMethodEntries, RemovesThoseOfAnEntryThatLostAnOccurrence) {
+  const EntryPtr a = AFullEntry("a");
+
+  const Changes changes = ChangesWithMethodEntries({a, a}, {a});
+
+  EXPECT_EQ(NamesOf(changes.removed), "a a/+pkg a/@Cls a/auxiliary a/private a/resources");
+  EXPECT_EQ(changes.Count(), 6U);
+}
+
+TEST(ComparisonWithMethodEntries, AddsThoseOfAnEntryThatGainedAnOccurrence) {
+  const EntryPtr a = AFullEntry("a");
+
+  const Changes changes = ChangesWithMethodEntries({a}, {a, a});
+
+  EXPECT_EQ(NamesOf(changes.added), "a a/+pkg a/@Cls a/auxiliary a/private a/resources");
+  EXPECT_EQ(changes.Count(), 6U);
+}
+
+TEST(ComparisonWithMethodEntries, AddsACommonMainEntryThatIsAMethodEntryOfAnAddedOne) {
+  const EntryPtr common = AFullEntry("b");
+  const auto added = AnEntry("a");
+  added->privateEntry = common;
+
+  const Changes changes = ChangesWithMethodEntries({common}, {common, added});
+
+  EXPECT_EQ(NamesOf(changes.added), "a b b/+pkg b/@Cls b/auxiliary b/private b/resources");
+  EXPECT_EQ(changes.Count(), 7U);
+}
+
+TEST(ComparisonWithMethodEntries, RemovesACommonMainEntryThatIsAMethodEntryOfARemovedOne) {
+  const EntryPtr common = AFullEntry("b");
+  const auto removed = AnEntry("a");
+  removed->privateEntry = common;
+
+  const Changes changes = ChangesWithMethodEntries({removed, common}, {common});
+
+  EXPECT_EQ(NamesOf(changes.removed), "a b b/+pkg b/@Cls b/auxiliary b/private b/resources");
+  EXPECT_EQ(changes.Count(), 7U);
+}
+
 TEST(ComparisonWithMethodEntries, MeetsAMethodEntryThatChangedItsMainEntry) {
   const EntryPtr shared = AnEntry("shared");
   const auto removed = AnEntry("a");
