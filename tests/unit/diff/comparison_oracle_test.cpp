@@ -6,37 +6,13 @@
 #include <oracle/entry_vector_changes.hpp>
 #include <support/random_source.hpp>
 
+#include "agreement.hpp"
 #include "made_entry.hpp"
 
 namespace Quorvex::PathManagement::diff_tests {
 namespace {
 
-using foundation::storage::vfs::AbsoluteIRI;
-using oracle::EntryVectorChanges;
 using support::RandomSource;
-
-using Locations = std::vector<AbsoluteIRI>;
-
-Locations LocationsOf(const EntryPtrs& entries) {
-  Locations locations;
-  for (const EntryPtr& entry : entries) locations.push_back(entry->GetAbsoluteIRI());
-  return locations;
-}
-
-template <class List>
-List Joined(List first, const List& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-
-bool Agree(const Changes& changes, const EntryVectorChanges& expected) {
-  return changes.reordered == expected.reordered && LocationsOf(changes.added) == expected.added &&
-         LocationsOf(changes.removed) == expected.removed &&
-         LocationsOf(changes.refreshedBefore) == expected.refreshed &&
-         LocationsOf(changes.refreshedAfter) == expected.refreshed &&
-         ByAddress(Joined(changes.removed, changes.refreshedBefore)) == ByAddress(expected.onlyOld) &&
-         ByAddress(Joined(changes.added, changes.refreshedAfter)) == ByAddress(expected.onlyNew);
-}
 
 // So many objects; each folder has about `objectsAFolder` of them.
 EntryPtrs SomeObjects(std::size_t count, std::size_t objectsAFolder, RandomSource& random) {
