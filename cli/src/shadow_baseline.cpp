@@ -1,7 +1,5 @@
 #include "shadow_baseline.hpp"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <fl/filesystem/text_codec.hpp>
@@ -91,20 +89,6 @@ void TakeFirstLine(std::string_view& rest) {
   throw std::invalid_argument("it should be \"" + std::string(kFirstLine) + '"');
 }
 
-// Beside the file, and nobody else's.
-AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
-  return file.getParent().getChild(file.getName() + from_bytes('.' + std::to_string(::getpid()) + ".draft"));
-}
-
-// What is left of a draft is of no use. The failure that led here is the one to be told.
-void SweepDraft(const foundation::storage::vfs::IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
-  try {
-    Quorvex::PathEnvironment::RemoveIfThere(storage, draft);
-  } catch (const std::exception& failure) {
-    WriteWarning(failure.what());
-  }
-}
-
 }  // namespace
 
 bool operator<(const AcceptedShadow& left, const AcceptedShadow& right) {
@@ -164,15 +148,8 @@ AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
 
 void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
   const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  const AbsoluteIRI place = storage->CanonicalLocation(file);
-  const std::string text = BaselineText(shadows, file.getParent());
-  try {
-    Quorvex::PathEnvironment::ReplaceWholeFile(*storage, place, DraftOf(place), {text},
-                                               Quorvex::PathEnvironment::Durability::Whole);
-  } catch (const foundation::storage::vfs::Exception&) {
-    SweepDraft(*storage, DraftOf(place));
-    throw;
-  }
+  Quorvex::PathEnvironment::ReplaceWholeFile(*storage, file, {BaselineText(shadows, file.getParent())},
+                                             Quorvex::PathEnvironment::Durability::Whole);
 }
 
 }  // namespace vornixpath

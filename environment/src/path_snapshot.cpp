@@ -371,6 +371,9 @@ void RequireChecksum(std::string_view bytes) {
 SnapshotError::SnapshotError(std::size_t line, const std::string& reason)
     : std::runtime_error("line " + std::to_string(line) + ": " + reason), line_(line) {}
 
+SnapshotError::SnapshotError(const std::string& file, const SnapshotError& error)
+    : std::runtime_error("the snapshot \"" + file + "\" cannot be used: " + error.what()), line_(error.line_) {}
+
 SnapshotError::~SnapshotError() = default;
 
 std::string PathSnapshot::ToBytes() const { return Writer().Write(*this); }

@@ -1,4 +1,7 @@
+#include <unistd.h>
+
 #include <array>
+#include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <search_path_environment/whole_file.hpp>
 #include <span>
@@ -32,6 +35,22 @@ void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, cons
   for (const std::string_view piece : pieces) writer->Write(std::as_bytes(std::span(piece)));
   if (durability == Durability::Flushed) writer->Flush();
   writer->Close();
+}
+
+// Beside the file, and nobody else's.
+AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
+  const std::string ending = '.' + std::to_string(::getpid()) + ".draft";
+  return file.getParent().getChild(file.getName() + fl::filesystem::from_bytes(ending));
+}
+
+// Whether it is gone. Whatever fails here, the failure that led here is the one to be told.
+bool Sweep(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
+  try {
+    RemoveIfThere(storage, draft);
+    return true;
+  } catch (const Exception&) {
+    return false;
+  }
 }
 
 }  // namespace
@@ -74,6 +93,17 @@ void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, 
   RemoveIfThere(storage, draft);
   WriteNewFile(storage, draft, pieces, durability);
   storage.Rename(draft, file);
+}
+
+void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, const Pieces& pieces,
+                      Durability durability) {
+  const AbsoluteIRI place = storage.CanonicalLocation(file);
+  try {
+    ReplaceWholeFile(storage, place, DraftOf(place), pieces, durability);
+  } catch (const Exception&) {
+    Sweep(storage, DraftOf(place));
+    throw;
+  }
 }
 
 void RemoveIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {

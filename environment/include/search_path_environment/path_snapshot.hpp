@@ -17,6 +17,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SnapshotError : public std::runtime_error {
  public:
   /// "line 3: "x" is no entry of a snapshot"
   SnapshotError(std::size_t line, const std::string& reason);
+  /// The same of the file `file`, which is shown as it is.
+  SnapshotError(const std::string& file, const SnapshotError& error);
   SnapshotError(const SnapshotError&) noexcept = default;
   SnapshotError& operator=(const SnapshotError&) noexcept = default;
   ~SnapshotError() override;

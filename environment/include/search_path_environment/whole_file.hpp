@@ -35,6 +35,12 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const foundation::storage::vfs::AbsoluteIRI& draft,
                                                      const Pieces& pieces, Durability durability);
 
+/// The same by way of a draft that bears this process's number; on failure that is swept. Where `file` is a link, what
+/// it leads to is replaced.
+SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
+                                                     const foundation::storage::vfs::AbsoluteIRI& file,
+                                                     const Pieces& pieces, Durability durability);
+
 /// Removes a file that may already be gone.
 SEARCH_PATH_ENVIRONMENT_EXPORT void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,
                                                   const foundation::storage::vfs::AbsoluteIRI& file);
