@@ -18,9 +18,10 @@ enum class OutputForm {
   NulTerminated  ///< exact bytes, each result ended by a NUL
 };
 
-/// Where the folders of the path come from: at most one of the first three. Without any, the environment variable
+/// Where the folders of the path come from: at most one of the first four. Without any, the environment variable
 /// VORNIX_PATH, or else the default session.
 struct PathOptions {
+  std::optional<std::string> snapshot;  ///< the file of one, with what the folders held
   std::optional<std::string> text;
   std::optional<std::string> file;
   std::optional<std::string> session;
@@ -85,6 +86,12 @@ struct PathListOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+struct SnapshotOptions {
+  std::string file;
+  PathOptions path;
+  bool strict = false;
+};
+
 /// A change of the session's path, in the default place unless `session` names its file.
 struct EditOptions {
   std::vector<std::string> folders;
@@ -121,8 +128,9 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
-                             AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
+using Command =
+    std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions, SnapshotOptions,
+                 AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

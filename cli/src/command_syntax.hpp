@@ -44,6 +44,9 @@ CommandSyntax AddPath(CLI::App& app);
 // shadows_syntax.cpp
 CommandSyntax AddShadows(CLI::App& app);
 
+// snapshot_syntax.cpp
+CommandSyntax AddSnapshot(CLI::App& app);
+
 // editing_syntax.cpp
 CommandSyntax AddAdd(CLI::App& app);
 CommandSyntax AddRemove(CLI::App& app);
@@ -66,6 +69,7 @@ void AddMaskOption(CLI::App& command, PathOptions& path);
 
 // query_options.cpp
 void AddPathOptions(CLI::App& command, PathOptions& path);
+void AddSnapshotOption(CLI::App& command, PathOptions& path);
 void AddExtensionOption(CLI::App& command, std::string& extensions);
 void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict);
 

@@ -14,6 +14,7 @@ ExitStatus RunMatch(const MatchOptions& options);
 ExitStatus RunFiles(const FilesOptions& options);
 ExitStatus RunShadows(const ShadowsOptions& options);
 ExitStatus RunPath(const PathListOptions& options);
+ExitStatus RunSnapshot(const SnapshotOptions& options);
 ExitStatus RunAdd(const AddOptions& options);
 ExitStatus RunRemove(const RemoveOptions& options);
 ExitStatus RunUndo(const UndoOptions& options);

@@ -55,8 +55,7 @@ class Search {
       LookThrough(entry);
       return false;
     });
-    const auto folders = view_.GetMainEntries();
-    for (const EntryPtr& folder : *folders) LookBelow(*folder);
+    if (path_.IsFromStorage()) LookBelowFolders();
     std::stable_sort(near_.begin(), near_.end(), IsLikelier);
     KeepEachLocationOnce();
     return std::move(near_);
@@ -74,6 +73,11 @@ class Search {
       near_.push_back({AgreeingFoldersOf(location), std::move(obstacles), location, numbers_.NumberOf(*entry),
                        FoundItem(item, entry)});
     }
+  }
+
+  void LookBelowFolders() {
+    const auto folders = view_.GetMainEntries();
+    for (const EntryPtr& folder : *folders) LookBelow(*folder);
   }
 
   void LookBelow(const Quorvex::PathManagement::IPathEntry& folder) {

@@ -20,7 +20,7 @@ struct NearNames {
 /// folders of such names come first. Of one kind only a few are taken before the other kinds have had their turn.
 ///
 /// Looks at every file of the path once, and asks storage, now, what the direct plain subfolders of the path's folders
-/// hold. A subfolder that cannot be listed is passed over.
+/// hold, unless the path is a snapshot's. A subfolder that cannot be listed is passed over.
 [[nodiscard]] NearNames FindNearNames(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
                                       const FolderNumbers& numbers);
 

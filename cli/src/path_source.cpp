@@ -7,6 +7,7 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/location_from_text.hpp>
+#include <search_path_environment/snapshot_file.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <span>
 #include <stdexcept>
@@ -109,6 +110,11 @@ std::vector<AbsoluteIRI> MasksFrom(const std::vector<std::string>& arguments) {
   return masks;
 }
 
+Quorvex::PathEnvironment::PathSnapshot SnapshotIn(const std::string& file) {
+  return Quorvex::PathEnvironment::ReadSnapshotFile(VornixStorageSystem::GetStorageSystemReference(),
+                                                    LocationFromArgument(file));
+}
+
 }  // namespace
 
 std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
@@ -122,7 +128,9 @@ std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
 }
 
 LoadedPath LoadPath(const PathOptions& options) {
-  LoadedPath path(FoldersFor(options), MasksFrom(options.masks));
+  const std::vector<AbsoluteIRI> masks = MasksFrom(options.masks);
+  LoadedPath path =
+      options.snapshot ? LoadedPath(SnapshotIn(*options.snapshot), masks) : LoadedPath(FoldersFor(options), masks);
   for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
     WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
   }

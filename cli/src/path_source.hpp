@@ -11,10 +11,12 @@ namespace vornixpath {
 /// The folders that `options` name, else VORNIX_PATH, else the default session, in order and as they are given. Throws
 /// UsageError when nothing names any, std::runtime_error with file and line for a path file that cannot be used, and
 /// SavedPathError for such a session.
+/// A snapshot has no part in it.
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFor(const PathOptions& options);
 
-/// The path over them, each once, the masks of `options` applied. Warns of masks that hide nothing. Throws as
-/// FoldersFor does, and UsageError for a mask that is malformed.
+/// The path over them, each once, or that of the snapshot which `options` name; the masks of `options` applied. Warns
+/// of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile do, and UsageError for a mask that is
+/// malformed.
 [[nodiscard]] LoadedPath LoadPath(const PathOptions& options);
 
 }  // namespace vornixpath

@@ -21,6 +21,15 @@ void AddPathOptions(CLI::App& command, PathOptions& path) {
   AddSessionOption(command, path.session);
 }
 
+void AddSnapshotOption(CLI::App& command, PathOptions& path) {
+  command
+      .add_option("--snapshot", path.snapshot,
+                  "A file that 'vornixpath snapshot' wrote, in place of\n"
+                  "--path: the answer is that of then, and no folder is\n"
+                  "looked into")
+      ->type_name("FILE");
+}
+
 void AddExtensionOption(CLI::App& command, std::string& extensions) {
   command
       .add_option("--ext", extensions,
@@ -38,7 +47,11 @@ void RefuseTwoPaths(const PathOptions& path) {
   if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
   if (path.session && path.text) throw UsageError("--session and --path exclude each other");
   if (path.session && path.file) throw UsageError("--session and --path-file exclude each other");
+  if (path.snapshot && path.text) throw UsageError("--snapshot and --path exclude each other");
+  if (path.snapshot && path.file) throw UsageError("--snapshot and --path-file exclude each other");
+  if (path.snapshot && path.session) throw UsageError("--snapshot and --session exclude each other");
   RefuseEmptySession(path.session);
+  if (path.snapshot && path.snapshot->empty()) throw UsageError("the FILE of --snapshot is empty");
 }
 
 }  // namespace vornixpath

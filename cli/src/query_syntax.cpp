@@ -61,6 +61,7 @@ CommandSyntax AddWhich(CLI::App& app) {
   const auto options = std::make_shared<WhichOptions>();
   CLI::App& command = AddCommand(app, "which", "NAME...", "Tell which file each NAME means on the path");
   AddPathOptions(command, options->path);
+  AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
@@ -74,6 +75,7 @@ CommandSyntax AddWhich(CLI::App& app) {
       "Exit status: 0 all found, 1 one was not, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
       "  vornixpath which greet --path ~/toolbox:~/more\n"
       "  vornixpath which greet --mask ~/toolbox\n"
+      "  vornixpath which greet --snapshot monday.snapshot\n"
       "  vornixpath which stdio --ext .h --path /usr/include");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
 }
@@ -82,6 +84,7 @@ CommandSyntax AddWhy(CLI::App& app) {
   const auto options = std::make_shared<WhyOptions>();
   CLI::App& command = AddCommand(app, "why", "NAME", "Tell step by step why NAME means the file it means");
   AddPathOptions(command, options->path);
+  AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
@@ -90,7 +93,8 @@ CommandSyntax AddWhy(CLI::App& app) {
   AddJsonFlag(command, options->json);
   command.footer(
       "The answer is that of 'vornixpath which NAME'. Folders are numbered as they stand on the path, from 1.\n"
-      "When NAME means nothing, plain subfolders of the path's folders are looked into, too.\n"
+      "When NAME means nothing, plain subfolders of the path's folders are looked into, too, but not those of a\n"
+      "snapshot.\n"
       "Exit status: 0 found, 1 not found, 2 wrong usage, 3 see --strict, 4 could not work.\n\n"
       "  vornixpath why greet --path ~/toolbox:~/more");
   return {&command, [options](const Positionals& positionals) { return Completed(*options, positionals); }};
@@ -101,6 +105,7 @@ CommandSyntax AddMatch(CLI::App& app) {
   CLI::App& command =
       AddCommand(app, "match", "PARTIAL", "List the folders of the path that a partial pathname matches");
   AddPathOptions(command, options->path);
+  AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to folder names");
   command.add_flag("--strict", options->strict,
@@ -121,6 +126,7 @@ CommandSyntax AddFiles(CLI::App& app) {
   CLI::App& command =
       AddCommand(app, "files", ".EXT...", "List all files with one of the extensions, whether hidden or not");
   AddPathOptions(command, options->path);
+  AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
   command
       .add_option("--scope", options->scope,

@@ -18,6 +18,7 @@ using Quorvex::PathManagement::IPath;
 // The entry of `folder` in any spelling, as far as `part` of the path has one.
 EntryPtr FindIn(const IPath& part, const LoadedPath& path, const AbsoluteIRI& folder) {
   if (auto entry = part.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native)) return entry;
+  if (!path.IsFromStorage()) return nullptr;  // canonical locations have been compared already
   if (auto entry = part.GetPathEntryFromAbsoluteIRI(Quorvex::PathManagement::GetCanonicalIRI(folder))) return entry;
   EntryPtr entry = path.FindFolder(folder);
   return entry && part.IsEntryOnPath(*entry) ? entry : nullptr;

@@ -22,7 +22,7 @@ struct Standpoint {
 [[nodiscard]] Quorvex::PathManagement::FilenameMatchingPolicy PolicyFor(bool ignoreCase);
 
 /// The entry of `folder`, in any spelling, masked or not, or null. Asks storage about a spelling that the path does not
-/// know, and lets its Exception pass.
+/// know, unless the path is a snapshot's, and lets its Exception pass.
 [[nodiscard]] EntryPtr EntryUnderAnySpelling(const LoadedPath& path,
                                              const foundation::storage::vfs::AbsoluteIRI& folder);
 
