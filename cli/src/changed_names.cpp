@@ -1,58 +1,121 @@
+// A name means another file only if a folder that changed has a part in it: most names come from these folders. The
+// others have the same hash as one of theirs.
+
 #include "changed_names.hpp"
 
+#include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
-#include <search_path_environment/folder_entry.hpp>
+#include <functional>
 #include <search_path_utilities/lookup.hpp>
 #include <set>
+#include <unordered_set>
 #include <utility>
 
 #include "file_location.hpp"
 #include "location_text.hpp"
+#include "offered_names.hpp"
 
 namespace vornixpath {
 
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathEnvironment::FolderEntry;
 using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::PathEntryType;
+using Quorvex::PathManagement::IPathEntry;
+using Extensions = std::vector<std::u16string>;
 
-const std::vector<std::u16string> kExtensions = {u".vnx"};
-using Names = std::set<std::u16string>;
+/// Where a path offers names, apart by whether the folder of the path changed.
+struct Places {
+  std::vector<NamePlace> changed;
+  std::vector<NamePlace> unchanged;
+};
 
-// What people type for the file. One with a dot in it is typed with its extension: the dot would begin another one.
-std::u16string NameToType(const std::u16string& baseName) {
-  return baseName.find(u'.') == std::u16string::npos ? baseName : baseName + kExtensions.front();
-}
-
-// Alone, the name of a class means its file; in a package the class folder has to be named, too.
-std::u16string NameOfClass(const std::u16string& qualifier, const std::u16string& name) {
-  return qualifier.empty() ? NameToType(name) : qualifier + name + u"/" + NameToType(name);
-}
-
-// `qualifier` names the packages around the folder: "outer/inner/".
-void CollectNames(const FolderEntry& folder, const std::u16string& qualifier, Names& names) {
-  const auto items = folder.GetItems();
-  for (const auto& item : *items) {
-    if (item->extension == kExtensions.front()) names.insert(qualifier + NameToType(item->baseName));
+Places PlacesOf(const FolderPath& path, const std::unordered_set<const IPathEntry*>& changed) {
+  Places places;
+  for (NamePlace& place : PlacesOfNames(path)) {
+    const bool isChanged = changed.contains(path.GetMainEntryForEntry(*place.entry).get());
+    (isChanged ? places.changed : places.unchanged).push_back(std::move(place));
   }
-  for (const auto& child : folder.GetChildren()) {
-    const PathEntryType kind = child->GetEntryType();
-    const std::u16string bareName = child->GetLocation().getName().substr(1);
-    if (kind == PathEntryType::Package) CollectNames(*child, qualifier + bareName + u"/", names);
-    if (kind == PathEntryType::Class) names.insert(NameOfClass(qualifier, bareName));
+  return places;
+}
+
+/// Gathers the names whose meaning may have changed.
+class Gathering {
+ public:
+  explicit Gathering(const Extensions& extensions) : typed_(extensions) {}
+
+  // All that these places offer.
+  void AddChanged(const std::vector<NamePlace>& places) {
+    for (const NamePlace& place : places) {
+      if (!place.isUsual || IsClassInNoPackage(place)) meeting_.insert(place.hash.Value());
+      const LetterCase letterCase = LetterCaseIn(*place.entry);
+      isCaseIgnored_ = isCaseIgnored_ || letterCase == LetterCase::MakesNoDifference;
+      AddNameOfClass(place, letterCase);
+      ForEachOffer(place, [&](std::u16string_view name, bool isForClass) {
+        hashes_.insert(HashOf(place.hash, name));
+        if (isForClass) hashes_.insert(HashOf(FoldedHash(), name));
+        if (place.isUsual) names_.insert(NameOf(place, name, isForClass));
+      });
+    }
   }
-}
 
-void CollectNamesAt(const AbsoluteIRI& folder, const FolderPath& path, Names& names) {
-  const auto entry = path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::Native);
-  if (const auto read = std::dynamic_pointer_cast<const FolderEntry>(entry)) CollectNames(*read, u"", names);
-}
+  // What else a lookup may take for one of them, or one of them for it.
+  void AddUnchanged(const std::vector<NamePlace>& places) {
+    for (const NamePlace& place : places) {
+      if (!place.isUsual || !MayMeet(place)) continue;
+      ForEachOffer(place, [&](std::u16string_view name, bool isForClass) {
+        const std::uint64_t hash = HashOf(isForClass ? FoldedHash() : place.hash, name);
+        if (hashes_.contains(hash)) names_.insert(NameOf(place, name, isForClass));
+      });
+    }
+  }
 
-std::optional<AbsoluteIRI> FileFor(const std::u16string& name, const FolderPath& path) {
-  const auto target = Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, kExtensions);
+  [[nodiscard]] const std::set<std::u16string>& Names() const { return names_; }
+
+ private:
+  // Even without a file of its name a class folder may decide what the name means.
+  void AddNameOfClass(const NamePlace& place, LetterCase letterCase) {
+    const std::u16string_view name = FolderName(place);
+    if (!IsClassInNoPackage(place) || name.find(u'.') != std::u16string_view::npos) return;
+    hashes_.insert(HashOf(FoldedHash(), name));
+    if (letterCase == LetterCase::Counts) names_.emplace(name);
+  }
+
+  [[nodiscard]] bool MayMeet(const NamePlace& place) const {
+    return meeting_.contains(place.hash.Value()) || isCaseIgnored_ ||
+           LetterCaseIn(*place.entry) == LetterCase::MakesNoDifference;
+  }
+
+  // In any letter case, without marks.
+  static std::uint64_t HashOf(FoldedHash folders, std::u16string_view name) {
+    folders.Add(name);
+    return folders.Value();
+  }
+
+  static std::u16string NameOf(const NamePlace& place, std::u16string_view name, bool isForClass) {
+    std::u16string folders = isForClass ? std::u16string() : place.folders;
+    return folders.append(name);
+  }
+
+  // Calls `visit` with each name to be typed, without its folders, and whether it answers for a class.
+  void ForEachOffer(const NamePlace& place, const std::function<void(std::u16string_view, bool)>& visit) {
+    const LetterCase letterCase = LetterCaseIn(*place.entry);
+    ForEachName(*place.entry, [&](std::u16string_view baseName, std::u16string_view extension) {
+      const std::u16string_view name = typed_.NameFor(baseName, extension, letterCase);
+      if (!name.empty()) visit(name, AnswersForClass(place, baseName, letterCase));
+    });
+  }
+
+  TypedNames typed_;
+  std::set<std::u16string> names_;
+  std::unordered_set<std::uint64_t> hashes_;
+  std::unordered_set<std::uint64_t> meeting_;  // of folders whose names others may offer under the same hash
+  bool isCaseIgnored_ = false;
+};
+
+std::optional<AbsoluteIRI> FileFor(const std::u16string& name, const FolderPath& path, const Extensions& extensions) {
+  const auto target = Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, extensions);
   const auto found = Quorvex::PathManagement::FindFirstFileVisibleOnPath(path, target, FilenameMatchingPolicy::Native);
   if (!found) return std::nullopt;
   return LocationOf(*found);
@@ -61,15 +124,20 @@ std::optional<AbsoluteIRI> FileFor(const std::u16string& name, const FolderPath&
 }  // namespace
 
 std::vector<ChangedName> ChangedNames(const FolderPath& before, const FolderPath& after,
-                                      const std::vector<FolderChange>& changes) {
-  Names names;
-  for (const FolderChange& change : changes) {
-    CollectNamesAt(change.folder, change.kind == ChangeKind::Removed ? before : after, names);
-  }
+                                      const std::vector<FolderChange>& changes, const Extensions& extensions) {
+  if (changes.empty()) return {};
+  std::unordered_set<const IPathEntry*> entries;
+  for (const FolderChange& change : changes) entries.insert({change.before.get(), change.after.get()});
+
+  Gathering gathering(extensions);
+  const Places oldPlaces = PlacesOf(before, entries);
+  const Places newPlaces = PlacesOf(after, entries);
+  for (const Places* const places : {&oldPlaces, &newPlaces}) gathering.AddChanged(places->changed);
+  for (const Places* const places : {&oldPlaces, &newPlaces}) gathering.AddUnchanged(places->unchanged);
 
   std::vector<ChangedName> changed;
-  for (const std::u16string& name : names) {
-    ChangedName candidate{name, FileFor(name, before), FileFor(name, after)};
+  for (const std::u16string& name : gathering.Names()) {
+    ChangedName candidate{name, FileFor(name, before, extensions), FileFor(name, after, extensions)};
     if (candidate.before != candidate.after) changed.push_back(std::move(candidate));
   }
   return changed;

@@ -34,8 +34,8 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
   app.footer("'vornixpath COMMAND --help' tells more. What follows '--' is never taken as an option.");
   const std::vector<CommandSyntax> commands = {
-      AddWhich(app), AddWhy(app),    AddMatch(app), AddFiles(app), AddShadows(app), AddPath(app), AddSnapshot(app),
-      AddAdd(app),   AddRemove(app), AddUndo(app),  AddLog(app),   AddSplit(app),   AddIri(app)};
+      AddWhich(app),   AddWhy(app), AddMatch(app),  AddFiles(app), AddShadows(app), AddPath(app),  AddSnapshot(app),
+      AddCompare(app), AddAdd(app), AddRemove(app), AddUndo(app),  AddLog(app),     AddSplit(app), AddIri(app)};
 
   RequireCommand(app, options);
   try {

@@ -92,6 +92,18 @@ struct SnapshotOptions {
   bool strict = false;
 };
 
+struct CompareOptions {
+  std::string before;                  ///< as compared_side.hpp says
+  std::string after;                   ///< likewise
+  PathOptions path;                    ///< for the side "now"; its session and snapshot are never set
+  std::optional<std::string> session;  ///< for the side "saved"
+  std::string extensions = ".vnx";     ///< as for `which`
+  bool isDeep = false;
+  bool tellsEffects = false;
+  bool strict = false;
+  bool json = false;
+};
+
 /// A change of the session's path, in the default place unless `session` names its file.
 struct EditOptions {
   std::vector<std::string> folders;
@@ -130,7 +142,7 @@ struct IriOptions {
 
 using Command =
     std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions, SnapshotOptions,
-                 AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
+                 CompareOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

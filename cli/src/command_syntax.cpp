@@ -46,6 +46,15 @@ std::string Positionals::ExactlyOne(const std::string& name) const {
   return texts_.front();
 }
 
+std::pair<std::string, std::string> Positionals::ExactlyTwo(const std::string& first, const std::string& second) const {
+  if (texts_.empty()) throw UsageError(first + " is missing");
+  if (texts_.size() == 1) throw UsageError(second + " is missing");
+  if (texts_.size() > 2) {
+    throw UsageError("only " + first + " and " + second + " are taken, not also \"" + Displayed(texts_[2]) + "\"");
+  }
+  return {texts_[0], texts_[1]};
+}
+
 void Positionals::RequireNone() const {
   if (!texts_.empty()) throw UsageError("nothing but options is taken, not \"" + Displayed(texts_.front()) + "\"");
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "command_line.hpp"
@@ -21,6 +22,8 @@ class Positionals {
   /// Throw UsageError, calling what is missing by `name`.
   [[nodiscard]] std::vector<std::string> AtLeastOne(const std::string& name) const;
   [[nodiscard]] std::string ExactlyOne(const std::string& name) const;
+  [[nodiscard]] std::pair<std::string, std::string> ExactlyTwo(const std::string& first,
+                                                               const std::string& second) const;
   /// Throws UsageError when there is one.
   void RequireNone() const;
 
@@ -46,6 +49,7 @@ CommandSyntax AddShadows(CLI::App& app);
 
 // snapshot_syntax.cpp
 CommandSyntax AddSnapshot(CLI::App& app);
+CommandSyntax AddCompare(CLI::App& app);
 
 // editing_syntax.cpp
 CommandSyntax AddAdd(CLI::App& app);
@@ -68,6 +72,9 @@ void AddSessionOption(CLI::App& command, std::optional<std::string>& session);
 void AddMaskOption(CLI::App& command, PathOptions& path);
 
 // query_options.cpp
+/// --path and --path-file alone.
+void AddFolderOptions(CLI::App& command, PathOptions& path);
+/// The same and --session.
 void AddPathOptions(CLI::App& command, PathOptions& path);
 void AddSnapshotOption(CLI::App& command, PathOptions& path);
 void AddExtensionOption(CLI::App& command, std::string& extensions);

@@ -15,6 +15,7 @@ ExitStatus RunFiles(const FilesOptions& options);
 ExitStatus RunShadows(const ShadowsOptions& options);
 ExitStatus RunPath(const PathListOptions& options);
 ExitStatus RunSnapshot(const SnapshotOptions& options);
+ExitStatus RunCompare(const CompareOptions& options);
 ExitStatus RunAdd(const AddOptions& options);
 ExitStatus RunRemove(const RemoveOptions& options);
 ExitStatus RunUndo(const UndoOptions& options);

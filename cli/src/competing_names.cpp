@@ -5,15 +5,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <fl/filesystem/case_folding.hpp>
-#include <functional>
 #include <limits>
-#include <search_path_environment/folder_entry.hpp>
 #include <span>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
 #include "name_places.hpp"
+#include "offered_names.hpp"
 #include "typed_name.hpp"
 
 namespace vornixpath {
@@ -22,7 +21,6 @@ namespace {
 
 using fl::filesystem::fold_case;
 using Quorvex::PathManagement::IPath;
-using Quorvex::PathManagement::IPathEntry;
 
 constexpr std::uint32_t kFolderItself = std::numeric_limits<std::uint32_t>::max();
 
@@ -38,31 +36,6 @@ struct Offer {
 std::uint32_t Number(std::size_t number) {
   if (number >= kFolderItself) throw std::length_error("a path holds more than four billion folders or files");
   return static_cast<std::uint32_t>(number);
-}
-
-std::u16string_view FolderName(const NamePlace& place) {
-  const std::u16string_view folders = place.folders;
-  return folders.substr(0, folders.size() - std::min<std::size_t>(folders.size(), 1));
-}
-
-void ForEachName(const IPathEntry& folder, const std::function<void(std::u16string_view, std::u16string_view)>& visit) {
-  if (const auto* const read = dynamic_cast<const Quorvex::PathEnvironment::FolderEntry*>(&folder)) {
-    return read->ForEachName(visit);
-  }
-  const auto items = folder.GetItems();
-  for (const auto& item : *items) visit(item->baseName, item->extension);
-}
-
-LetterCase LetterCaseIn(const IPathEntry& folder) {
-  const auto matches = folder.GetFilenameComparator(Quorvex::PathManagement::FilenameMatchingPolicy::Native);
-  return (*matches)(u"a", u"A") ? LetterCase::MakesNoDifference : LetterCase::Counts;
-}
-
-// Of a class in no package, the file of its own name answers for the class.
-bool AnswersForClass(const NamePlace& place, std::u16string_view baseName, LetterCase letterCase) {
-  if (!IsClassInNoPackage(place)) return false;
-  const std::u16string_view className = FolderName(place);
-  return letterCase == LetterCase::Counts ? className == baseName : fold_case(className) == fold_case(baseName);
 }
 
 /// Finds what competes among the places of a path.

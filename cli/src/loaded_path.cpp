@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <foundation/storage/vfs/storage_system.hpp>
-#include <search_path_environment/folder_entry_factory.hpp>
-#include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_environment/folder_entry.hpp>
 #include <set>
 #include <utility>
 
 #include "masked_view.hpp"
+#include "read_path.hpp"
 
 namespace vornixpath {
 
@@ -15,16 +15,9 @@ using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::FolderEntry;
-using Quorvex::PathEnvironment::FolderEntryFactory;
 using Quorvex::PathEnvironment::FolderPath;
-using Quorvex::PathEnvironment::FolderPathFactory;
 
 namespace {
-
-std::shared_ptr<const FolderPath> ReadPath(const DistinctFolders& folders) {
-  return FolderPathFactory().CreateFolderPath(folders,
-                                              FolderEntryFactory(VornixStorageSystem::GetStorageSystemReference()));
-}
 
 // The main entry whose folder `isIt`, as an index.
 template <class Predicate>

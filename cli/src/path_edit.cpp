@@ -5,16 +5,15 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iterator>
 #include <search_path_environment/distinct_folders.hpp>
-#include <search_path_environment/folder_entry_factory.hpp>
-#include <search_path_environment/folder_path_factory.hpp>
 #include <search_path_environment/main_search_path_manager.hpp>
 #include <search_path_environment/message_catalog.hpp>
 
-#include "changed_names.hpp"
+#include "comparison_report.hpp"
 #include "dry_run_manager.hpp"
-#include "folder_changes.hpp"
 #include "output.hpp"
+#include "path_comparison.hpp"
 #include "path_troubles.hpp"
+#include "read_path.hpp"
 #include "session.hpp"
 
 namespace vornixpath {
@@ -23,8 +22,6 @@ namespace {
 
 using foundation::core::except::Notification;
 using Quorvex::PathEnvironment::DistinctFolders;
-using Quorvex::PathEnvironment::FolderEntryFactory;
-using Quorvex::PathEnvironment::FolderPathFactory;
 using Quorvex::PathEnvironment::MainSearchPathManager;
 using Quorvex::PathEnvironment::SavedPathFile;
 using Folders = DryRunManager::Folders;
@@ -37,19 +34,16 @@ Notification Perform(const PathEdit& edit, const SavedPathFile& session) {
 }
 
 void TellConsequences(const Folders& before, const Folders& after) {
-  const std::vector<FolderChange> changes = ChangesBetween(before, after);
-  for (const FolderChange& change : changes) WriteSafeResult(InWords(change), OutputForm::Lines);
-  if (changes.empty()) return;
-
+  if (before == after) return;
   // As queries read them.
   const auto storage = foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference();
-  const FolderEntryFactory entries(storage);
-  const auto oldPath = FolderPathFactory().CreateFolderPath(DistinctFolders(before, storage), entries);
-  const auto newPath = FolderPathFactory().CreateFolderPath(DistinctFolders(after, storage), entries);
+  const auto oldPath = ReadPath(DistinctFolders(before, storage));
+  const auto newPath = ReadPath(DistinctFolders(after, storage), oldPath.get());
   Warn(TroublesOf(*newPath));
-  for (const ChangedName& name : ChangedNames(*oldPath, *newPath, changes)) {
-    WriteSafeResult(InWords(name), OutputForm::Lines);
-  }
+  PathComparison comparison = Compare(oldPath, newPath, {false, std::vector<std::u16string>{u".vnx"}});
+  // The edit is one of the list, on which a second spelling counts as any other.
+  comparison.changes = ChangesBetween(before, after);
+  WriteAsLines(comparison, false);
 }
 
 Notification Rehearse(const PathEdit& edit, const SavedPathFile& session) {

@@ -86,13 +86,6 @@ std::vector<AbsoluteIRI> FoldersFromFile(const std::string& name) {
   }
 }
 
-std::vector<AbsoluteIRI> FoldersFromSession(const std::string& name) {
-  const SavedPathFile session = SessionFile(name);
-  const std::optional<std::string> bytes = session.ReadBytes();
-  if (!bytes) WriteWarning("nothing was saved in " + Quoted(TextOf(session.GetLocation())) + " yet");
-  return session.Understand(bytes).GetFolders();
-}
-
 // Nothing when nothing was saved there yet.
 std::optional<std::vector<AbsoluteIRI>> FoldersFromDefaultSession() {
   const std::optional<SavedPathFile> session = DefaultSessionFile();
@@ -117,10 +110,17 @@ Quorvex::PathEnvironment::PathSnapshot SnapshotIn(const std::string& file) {
 
 }  // namespace
 
+std::vector<AbsoluteIRI> FoldersFromSession(const std::optional<std::string>& name) {
+  const SavedPathFile session = SessionFile(name);
+  const std::optional<std::string> bytes = session.ReadBytes();
+  if (!bytes) WriteWarning("nothing was saved in " + Quoted(TextOf(session.GetLocation())) + " yet");
+  return session.Understand(bytes).GetFolders();
+}
+
 std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
   if (options.file) return FoldersFromFile(*options.file);
   if (options.text) return FoldersFromText(*options.text);
-  if (options.session) return FoldersFromSession(*options.session);
+  if (options.session) return FoldersFromSession(options.session);
   if (const auto variable = PathVariable()) return FoldersFromText(*variable);
   if (auto folders = FoldersFromDefaultSession()) return *std::move(folders);
   throw UsageError(

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "command_line.hpp"
@@ -14,9 +16,14 @@ namespace vornixpath {
 /// A snapshot has no part in it.
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFor(const PathOptions& options);
 
-/// The path over them, each once, or that of the snapshot which `options` name; the masks of `options` applied. Warns
-/// of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile do, and UsageError for a mask that is
-/// malformed.
+/// The saved path of the session in the file `name`, or of the default one. Warns when nothing was saved there yet.
+/// Throws SavedPathError, and UsageError when the default is needed and there is none.
+[[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFromSession(
+    const std::optional<std::string>& name);
+
+/// The path over the folders of FoldersFor, each once, or that of the snapshot which `options` name; the masks of
+/// `options` applied. Warns of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile do, and UsageError
+/// for a mask that is malformed.
 [[nodiscard]] LoadedPath LoadPath(const PathOptions& options);
 
 }  // namespace vornixpath

@@ -5,7 +5,7 @@
 
 namespace vornixpath {
 
-void AddPathOptions(CLI::App& command, PathOptions& path) {
+void AddFolderOptions(CLI::App& command, PathOptions& path) {
   command
       .add_option("--path", path.text,
                   "The folders to search, separated by ':' or ';';\n"
@@ -18,6 +18,10 @@ void AddPathOptions(CLI::App& command, PathOptions& path) {
                   "A file that names the folders, one a line: absolute,\n"
                   "relative to that file, or an identifier")
       ->type_name("FILE");
+}
+
+void AddPathOptions(CLI::App& command, PathOptions& path) {
+  AddFolderOptions(command, path);
   AddSessionOption(command, path.session);
 }
 

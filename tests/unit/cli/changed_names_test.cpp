@@ -4,29 +4,24 @@
 
 #include <unit/environment/memory_storage.hpp>
 
+#include "read_after.hpp"
+
 namespace vornixpath {
 namespace {
 
-using Quorvex::PathEnvironment::FolderPath;
 using Quorvex::PathEnvironment::MemoryStorage;
+using Quorvex::PathManagement::ComparisonFilter;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersOf(const FolderPath& path) {
-  std::vector<foundation::storage::vfs::AbsoluteIRI> folders;
-  const auto entries = path.GetMainEntries();
-  for (const auto& entry : *entries) folders.push_back(entry->GetAbsoluteIRI());
-  return folders;
-}
 
 // What changes when the path goes from one list of folders to another.
 std::vector<std::string> Changed(const MemoryStorage& storage, const std::vector<std::u16string>& before,
                                  const std::vector<std::u16string>& after) {
   const auto oldPath = storage.Path(before);
-  const auto newPath = storage.Path(after);
+  const auto newPath = ReadAfter(*oldPath, after);
   std::vector<std::string> texts;
-  for (const ChangedName& name :
-       ChangedNames(*oldPath, *newPath, ChangesBetween(FoldersOf(*oldPath), FoldersOf(*newPath)))) {
+  for (const ChangedName& name : ChangedNames(
+           *oldPath, *newPath, ChangesBetween(*oldPath, *newPath, ComparisonFilter::MainEntriesOnly), {u".vnx"})) {
     texts.push_back(InWords(name));
   }
   return texts;
@@ -60,13 +55,14 @@ TEST(ChangedNames, TellWhatAMoveTurnsRound) {
               ElementsAre("greet: memory:///a/greet.vnx -> memory:///b/greet.vnx"));
 }
 
-TEST(ChangedNames, CountPackagesByQualifiedNamesAndClassesByTheirOwn) {
+TEST(ChangedNames, CountPackagesByQualifiedNamesAndClassesByTheirOwnAndTheirMethodsBehindIt) {
   const MemoryStorage storage = std::move(MemoryStorage().WithFiles(
       {u"/new/+p/f.vnx", u"/new/+p/+q/g.vnx", u"/new/+p/@C/C.vnx", u"/new/@D/D.vnx", u"/new/@D/method.vnx"}));
 
-  EXPECT_THAT(Changed(storage, {}, {u"/new"}), ElementsAre("D: nothing -> memory:///new/@D/D.vnx",         //
-                                                           "p/C/C: nothing -> memory:///new/+p/@C/C.vnx",  //
-                                                           "p/f: nothing -> memory:///new/+p/f.vnx",       //
+  EXPECT_THAT(Changed(storage, {}, {u"/new"}), ElementsAre("D: nothing -> memory:///new/@D/D.vnx",              //
+                                                           "D/method: nothing -> memory:///new/@D/method.vnx",  //
+                                                           "p/C/C: nothing -> memory:///new/+p/@C/C.vnx",       //
+                                                           "p/f: nothing -> memory:///new/+p/f.vnx",            //
                                                            "p/q/g: nothing -> memory:///new/+p/+q/g.vnx"));
 }
 

@@ -21,6 +21,7 @@ using Quorvex::PathEnvironment::TimeFromText;
 using testing::HasSubstr;
 using testing::Not;
 
+const auto kNoon = *TimeFromText("2026-11-21T12:00:00Z");
 constexpr const char* kFile = "file-of-snapshot:///then";
 
 /// A snapshot of a tree, and the tree, which counts what it is asked.
@@ -31,8 +32,7 @@ class AQueryOfASnapshot : public testing::Test {
         .WithFiles(
             {u"/a/greet.vnx", u"/a/private/helper.vnx", u"/b/greet.vnx", u"/b/@Shape/Shape.vnx", u"/b/plain/lost.vnx"})
         .WithLink(u"/link", u"/a");
-    const PathSnapshot snapshot{tree_.Path({u"/link", u"/b", u"/missing"}),
-                                TimeFromText("2026-11-21T12:00:00Z").value()};
+    const PathSnapshot snapshot{tree_.Path({u"/link", u"/b", u"/missing"}), kNoon};
     WriteSnapshotFile(VornixStorageSystem::GetStorageSystemReference(), InMemory(u"/then", u"file-of-snapshot"),
                       snapshot);
     calls_ = tree_.Through<CountingStorageProvider>();

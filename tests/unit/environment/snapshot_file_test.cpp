@@ -19,6 +19,8 @@ using testing::Property;
 using testing::StrEq;
 using testing::Throws;
 
+const auto kNoon = *TimeFromText("2026-11-21T12:00:00Z");
+
 class ASnapshotFile : public testing::Test {
  protected:
   static foundation::storage::vfs::StorageSystemReference System() {
@@ -26,7 +28,7 @@ class ASnapshotFile : public testing::Test {
   }
 
   [[nodiscard]] PathSnapshot SnapshotOf(const std::vector<std::u16string>& folders) const {
-    return {storage_.Path(folders), TimeFromText("2026-11-21T12:00:00Z").value()};
+    return {storage_.Path(folders), kNoon};
   }
 
   [[nodiscard]] std::size_t FilesBeside() const {
