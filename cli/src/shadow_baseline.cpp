@@ -4,20 +4,16 @@
 #include <array>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
-#include <foundation/storage/vfs/storage_system.hpp>
-#include <search_path_environment/whole_file.hpp>
 #include <tuple>
 #include <vector>
 
 #include "encoded_text.hpp"
-#include "location_text.hpp"
 #include "output.hpp"
 
 namespace vornixpath {
 
 using fl::filesystem::from_bytes;
 using foundation::storage::vfs::AbsoluteIRI;
-using foundation::storage::vfs::VornixStorageSystem;
 
 namespace {
 
@@ -130,26 +126,6 @@ AcceptedShadows ParseBaseline(std::string_view text, const AbsoluteIRI& folder) 
     throw std::runtime_error("line " + std::to_string(number) + ": " + reason.what());
   }
   return shadows;
-}
-
-AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
-  const auto cannot = [&file](const std::string& reason) {
-    return std::runtime_error("cannot use the baseline " + Quoted(TextOf(file)) + ": " + reason);
-  };
-  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  const auto text = Quorvex::PathEnvironment::ReadWholeFile(*storage, file);
-  if (!text) throw cannot("there is no such file");
-  try {
-    return ParseBaseline(*text, file.getParent());
-  } catch (const std::runtime_error& reason) {
-    throw cannot(reason.what());
-  }
-}
-
-void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
-  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  Quorvex::PathEnvironment::ReplaceWholeFile(*storage, file, {BaselineText(shadows, file.getParent())},
-                                             Quorvex::PathEnvironment::Durability::Whole);
 }
 
 }  // namespace vornixpath

@@ -41,11 +41,4 @@ using AcceptedShadows = std::set<AcceptedShadow>;
 /// Throws std::runtime_error, `line 3: there is no grade "grave"`, for a text that is none.
 [[nodiscard]] AcceptedShadows ParseBaseline(std::string_view text, const foundation::storage::vfs::AbsoluteIRI& folder);
 
-/// Throws the same with the file's name, and when there is no such file.
-[[nodiscard]] AcceptedShadows ReadBaseline(const foundation::storage::vfs::AbsoluteIRI& file);
-
-/// Puts the text in the place of what stood there in one step: whatever fails, the old file is still whole. Where
-/// `file` is a link, what it leads to is replaced. Throws the storage layer's Exception.
-void WriteBaseline(const AcceptedShadows& shadows, const foundation::storage::vfs::AbsoluteIRI& file);
-
 }  // namespace vornixpath

@@ -12,6 +12,7 @@
 #include "output.hpp"
 #include "path_source.hpp"
 #include "path_troubles.hpp"
+#include "shadow_baseline_file.hpp"
 #include "shadows_report.hpp"
 
 namespace vornixpath {

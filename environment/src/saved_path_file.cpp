@@ -40,27 +40,6 @@ class Places {
   AbsoluteIRI file_;
 };
 
-bool IsThere(const IStorageProvider& storage, const AbsoluteIRI& location) {
-  try {
-    static_cast<void>(storage.Stat(location));
-    return true;
-  } catch (const Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    return false;
-  }
-}
-
-// Replacing such a link would not reach what it is meant to lead to.
-void RefuseLinkToNowhere(const IStorageProvider& storage, const AbsoluteIRI& file) {
-  if (IsThere(storage, file) || !IsThere(storage, file.getParent())) return;
-  const auto listing = storage.List(file.getParent());
-  const bool isListed = std::any_of(listing.entries.begin(), listing.entries.end(),
-                                    [&](const auto& entry) { return entry.name == file.getName(); });
-  if (!isListed) return;
-  throw Exception("edit", file, std::make_error_code(std::errc::no_such_file_or_directory),
-                  "it is a link that leads nowhere; make the file that it should lead to, or remove the link");
-}
-
 // Whether it worked. Best effort: whatever fails here, the failure that led here is the one to be told.
 template <class Restore>
 bool Attempt(const Restore& restore) noexcept {
@@ -124,7 +103,11 @@ SavedPathText SavedPathFile::Understand(const std::optional<std::string>& bytes)
 
 SavedPathFile SavedPathFile::WithLinksFollowed() const {
   const auto storage = storage_.ProviderFor(file_);
-  RefuseLinkToNowhere(*storage, file_);
+  if (IsLinkToNowhere(*storage, file_)) {
+    // Replacing it would not reach what it is meant to lead to.
+    throw Exception("edit", file_, std::make_error_code(std::errc::no_such_file_or_directory),
+                    "it is a link that leads nowhere; make the file that it should lead to, or remove the link");
+  }
   return {storage->CanonicalLocation(file_), storage_};
 }
 

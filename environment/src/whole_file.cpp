@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
@@ -26,6 +27,16 @@ std::unique_ptr<IReadableFile> OpenIfThere(const IStorageProvider& storage, cons
   } catch (const Exception& failure) {
     if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
     return nullptr;
+  }
+}
+
+bool IsThere(const IStorageProvider& storage, const AbsoluteIRI& location) {
+  try {
+    static_cast<void>(storage.Stat(location));
+    return true;
+  } catch (const Exception& failure) {
+    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+    return false;
   }
 }
 
@@ -104,6 +115,13 @@ void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, 
     Sweep(storage, DraftOf(place));
     throw;
   }
+}
+
+bool IsLinkToNowhere(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  if (IsThere(storage, file) || !IsThere(storage, file.getParent())) return false;
+  const auto listing = storage.List(file.getParent());
+  return std::any_of(listing.entries.begin(), listing.entries.end(),
+                     [&](const auto& entry) { return entry.name == file.getName(); });
 }
 
 void RemoveIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {

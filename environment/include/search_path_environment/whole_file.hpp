@@ -41,6 +41,10 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const foundation::storage::vfs::AbsoluteIRI& file,
                                                      const Pieces& pieces, Durability durability);
 
+/// Whether `file` is a link to something that is not there. Throws the storage layer's Exception.
+[[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT bool IsLinkToNowhere(
+    const foundation::storage::vfs::IStorageProvider& storage, const foundation::storage::vfs::AbsoluteIRI& file);
+
 /// Removes a file that may already be gone.
 SEARCH_PATH_ENVIRONMENT_EXPORT void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,
                                                   const foundation::storage::vfs::AbsoluteIRI& file);

@@ -4,11 +4,11 @@
 
 #include <fakes/failing_storage_provider.hpp>
 #include <fl/filesystem/text_codec.hpp>
-#include <foundation/storage/vfs/exception.hpp>
 #include <search_path_environment/whole_file.hpp>
 #include <support/random_source.hpp>
 #include <unit/environment/memory_storage.hpp>
 
+#include "shadow_baseline_file.hpp"
 #include "shadow_pairs.hpp"
 
 namespace vornixpath {
@@ -16,7 +16,6 @@ namespace {
 
 using foundation::storage::fakes::FailingStorageProvider;
 using foundation::storage::vfs::AbsoluteIRI;
-using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::InMemory;
 using Quorvex::PathEnvironment::MemoryStorage;
 using testing::HasSubstr;
@@ -175,6 +174,31 @@ TEST(ShadowBaseline, BehindALinkIsReplacedThere) {
   EXPECT_EQ(Content(storage, u"/q/real"), kBeginning);
 }
 
+std::string ReasonNotToWrite(std::u16string_view file) {
+  try {
+    WriteBaseline({}, InMemory(file));
+  } catch (const std::runtime_error& reason) {
+    return reason.what();
+  }
+  return "none";
+}
+
+TEST(ShadowBaseline, IsNotWrittenWhereALinkLeadsNowhere) {
+  const MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/p"}).WithLink(u"/p/base", u"gone"));
+
+  EXPECT_EQ(ReasonNotToWrite(u"/p/base"),
+            "cannot write the baseline \"memory:///p/base\": it is a link that leads nowhere");
+  EXPECT_EQ(Content(storage, u"/p/gone"), std::nullopt);
+}
+
+TEST(ShadowBaseline, DoesNotTakeThePlaceOfAFolder) {
+  const MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/p/empty"}).WithLink(u"/p/base", u"empty"));
+
+  EXPECT_EQ(ReasonNotToWrite(u"/p/empty"), "cannot write the baseline \"memory:///p/empty\": it is no regular file");
+  EXPECT_EQ(ReasonNotToWrite(u"/p/base"), "cannot write the baseline \"memory:///p/base\": it is no regular file");
+  EXPECT_TRUE(storage.GetProvider().List(InMemory(u"/p/empty")).entries.empty());
+}
+
 TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
   for (std::size_t call = 1;; ++call) {
     MemoryStorage storage;
@@ -186,7 +210,8 @@ TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
       EXPECT_EQ(failing->GetFailureCount(), 0U) << "a failure was not told";
       EXPECT_GT(call, 5U);
       break;
-    } catch (const foundation::storage::vfs::Exception&) {
+    } catch (const std::runtime_error& failure) {
+      EXPECT_THAT(failure.what(), testing::StartsWith("cannot write the baseline \"memory:///p/base\": "));
       EXPECT_EQ(Content(storage, u"/p/base"), "old") << call;
       EXPECT_EQ(storage.GetProvider().List(InMemory(u"/p")).entries.size(), 1U) << "a draft is left, " << call;
     }

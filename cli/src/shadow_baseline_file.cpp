@@ -1,0 +1,103 @@
+#include "shadow_baseline_file.hpp"
+
+#include <unistd.h>
+
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/whole_file.hpp>
+#include <stdexcept>
+
+#include "location_text.hpp"
+#include "output.hpp"
+#include "storage_failure.hpp"
+
+namespace vornixpath {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::Exception;
+using foundation::storage::vfs::FileKind;
+using foundation::storage::vfs::IStorageProvider;
+using foundation::storage::vfs::VornixStorageSystem;
+
+namespace {
+
+// Calls `work`; what it throws is told as a failure to `verb` the baseline.
+template <class Work>
+auto Named(const std::string& verb, const AbsoluteIRI& file, const Work& work) {
+  const auto cannot = [&](const std::string& reason) {
+    return std::runtime_error("cannot " + verb + " the baseline " + Quoted(TextOf(file)) + ": " + reason);
+  };
+  try {
+    return work();
+  } catch (const Exception& failure) {
+    throw cannot(ReasonOf(failure));
+  } catch (const std::runtime_error& failure) {
+    throw cannot(failure.what());
+  }
+}
+
+bool IsRegularFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  try {
+    return storage.Stat(file).kind == FileKind::File;
+  } catch (const Exception& failure) {
+    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+    return true;  // once it is made
+  }
+}
+
+// A device or a FIFO is not even opened.
+std::optional<std::string> BytesOf(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  if (!IsRegularFile(storage, file)) throw std::runtime_error("it is no regular file");
+  return Quorvex::PathEnvironment::ReadWholeFile(storage, file);
+}
+
+// Beside the file, and nobody else's.
+AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
+  return file.getParent().getChild(file.getName() +
+                                   fl::filesystem::from_bytes('.' + std::to_string(::getpid()) + ".draft"));
+}
+
+// What is left of a draft is of no use. The failure that led here is the one to be told.
+void SweepDraft(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
+  try {
+    Quorvex::PathEnvironment::RemoveIfThere(storage, draft);
+  } catch (const Exception& failure) {
+    WriteWarning(InWords(failure));
+  }
+}
+
+void Replace(const IStorageProvider& storage, const AbsoluteIRI& file, const std::string& text) {
+  try {
+    Quorvex::PathEnvironment::ReplaceWholeFile(storage, file, DraftOf(file), {text},
+                                               Quorvex::PathEnvironment::Durability::Whole);
+  } catch (const Exception&) {
+    SweepDraft(storage, DraftOf(file));
+    throw;
+  }
+}
+
+}  // namespace
+
+AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
+  return Named("use", file, [&file] {
+    const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+    const auto text = BytesOf(*storage, file);
+    if (!text) throw std::runtime_error("there is no such file");
+    return ParseBaseline(*text, file.getParent());
+  });
+}
+
+void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
+  Named("write", file, [&] {
+    const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+    if (Quorvex::PathEnvironment::IsLinkToNowhere(*storage, file)) {
+      throw std::runtime_error("it is a link that leads nowhere");
+    }
+    const AbsoluteIRI place = storage->CanonicalLocation(file);
+    if (!IsRegularFile(*storage, place)) throw std::runtime_error("it is no regular file");
+    Replace(*storage, place, BaselineText(shadows, file.getParent()));
+  });
+}
+
+}  // namespace vornixpath
