@@ -128,4 +128,9 @@ AcceptedShadows ParseBaseline(std::string_view text, const AbsoluteIRI& folder) 
   return shadows;
 }
 
+bool BeginsLikeABaseline(std::string_view text) {
+  const std::string_view firstLine = text.substr(0, text.find('\n'));
+  return firstLine == kFirstLine || firstLine == std::string(kFirstLine) + '\r';
+}
+
 }  // namespace vornixpath

@@ -41,4 +41,7 @@ using AcceptedShadows = std::set<AcceptedShadow>;
 /// Throws std::runtime_error, `line 3: there is no grade "grave"`, for a text that is none.
 [[nodiscard]] AcceptedShadows ParseBaseline(std::string_view text, const foundation::storage::vfs::AbsoluteIRI& folder);
 
+/// Whether `text` begins as every baseline does, whatever follows.
+[[nodiscard]] bool BeginsLikeABaseline(std::string_view text);
+
 }  // namespace vornixpath

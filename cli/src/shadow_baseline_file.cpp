@@ -52,6 +52,12 @@ std::optional<std::string> BytesOf(const IStorageProvider& storage, const Absolu
   return Quorvex::PathEnvironment::ReadWholeFile(storage, file);
 }
 
+// A slip of the keyboard must not cost somebody's file.
+void RequireBaselineOrNothing(const std::optional<std::string>& old) {
+  if (!old || old->empty() || BeginsLikeABaseline(*old)) return;
+  throw std::runtime_error("something that is no baseline stands there");
+}
+
 // Beside the file, and nobody else's.
 AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
   return file.getParent().getChild(file.getName() +
@@ -95,7 +101,7 @@ void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
       throw std::runtime_error("it is a link that leads nowhere");
     }
     const AbsoluteIRI place = storage->CanonicalLocation(file);
-    if (!IsRegularFile(*storage, place)) throw std::runtime_error("it is no regular file");
+    RequireBaselineOrNothing(BytesOf(*storage, place));
     Replace(*storage, place, BaselineText(shadows, file.getParent()));
   });
 }

@@ -13,7 +13,7 @@ namespace vornixpath {
 
 /// Puts the text in the place of what stood there in one step: whatever fails, the old file is still whole. Where
 /// `file` is a link, what it leads to is replaced. Throws std::runtime_error, `cannot write the baseline "/x/list":
-/// Permission denied`, when storage fails or what stands there is no regular file.
+/// Permission denied`, when storage fails and when what stands there is neither empty nor a baseline.
 void WriteBaseline(const AcceptedShadows& shadows, const foundation::storage::vfs::AbsoluteIRI& file);
 
 }  // namespace vornixpath

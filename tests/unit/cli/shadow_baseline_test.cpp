@@ -199,10 +199,26 @@ TEST(ShadowBaseline, DoesNotTakeThePlaceOfAFolder) {
   EXPECT_TRUE(storage.GetProvider().List(InMemory(u"/p/empty")).entries.empty());
 }
 
+TEST(ShadowBaseline, TakesThePlaceOfNothingButABaselineOrAnEmptyFile) {
+  MemoryStorage storage;
+  for (const std::string old : {"x", "\n", "# shadowed names, version 2\n", "# shadowed names, version 1 or so\n"}) {
+    storage.GetProvider().AddFile(u"/p/base", old);
+    EXPECT_EQ(ReasonNotToWrite(u"/p/base"),
+              "cannot write the baseline \"memory:///p/base\": something that is no baseline stands there");
+    EXPECT_EQ(Content(storage, u"/p/base"), old);
+  }
+  for (const std::string old : {"", "# shadowed names, version 1\r\n", "# shadowed names, version 1\ndamaged"}) {
+    storage.GetProvider().AddFile(u"/p/base", old);
+    EXPECT_EQ(ReasonNotToWrite(u"/p/base"), "none");
+    EXPECT_EQ(Content(storage, u"/p/base"), kBeginning);
+  }
+}
+
 TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
+  const std::string old = kBeginning + "kind\t./a\t./b\tf\n";
   for (std::size_t call = 1;; ++call) {
     MemoryStorage storage;
-    storage.GetProvider().AddFile(u"/p/base", "old");
+    storage.GetProvider().AddFile(u"/p/base", old);
     const auto failing = storage.Through<FailingStorageProvider>();
     failing->Plan({.call = call});
     try {
@@ -212,7 +228,7 @@ TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
       break;
     } catch (const std::runtime_error& failure) {
       EXPECT_THAT(failure.what(), testing::StartsWith("cannot write the baseline \"memory:///p/base\": "));
-      EXPECT_EQ(Content(storage, u"/p/base"), "old") << call;
+      EXPECT_EQ(Content(storage, u"/p/base"), old) << call;
       EXPECT_EQ(storage.GetProvider().List(InMemory(u"/p")).entries.size(), 1U) << "a draft is left, " << call;
     }
   }
