@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "file_location.hpp"
+#include "storage_failure.hpp"
 
 namespace vornixpath {
 
@@ -16,7 +17,7 @@ GradedShadow ShadowGrading::operator()(Shadow shadow) {
     const ShadowGrade grade = GradeOfFiles(LocationOf(shadow.winner), shadow.hidden);
     return {std::move(shadow), grade, {}};
   } catch (const foundation::storage::vfs::Exception& failure) {
-    return {std::move(shadow), ShadowGrade::Different, failure.what()};
+    return {std::move(shadow), ShadowGrade::Different, InWords(failure)};
   }
 }
 

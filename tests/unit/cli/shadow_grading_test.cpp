@@ -4,6 +4,7 @@
 
 #include <fakes/counting_storage_provider.hpp>
 #include <fakes/failing_storage_provider.hpp>
+#include <fl/filesystem/displayed_text.hpp>
 #include <unit/environment/memory_storage.hpp>
 
 namespace vornixpath {
@@ -17,8 +18,9 @@ using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::InMemory;
 using Quorvex::PathEnvironment::MemoryStorage;
 using testing::ElementsAre;
-using testing::HasSubstr;
+using testing::EndsWith;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 std::vector<GradedShadow> Graded(const Quorvex::PathManagement::IPath& path) {
   ShadowGrading grade(VornixStorageSystem::GetStorageSystemReference());
@@ -137,7 +139,9 @@ TEST_P(UnreadableFile, IsTakenForDifferentWithTheReason) {
     const std::vector<GradedShadow> graded = Graded(*path);
     ASSERT_EQ(graded.size(), 1U);
     EXPECT_EQ(graded.front().grade, ShadowGrade::Different);
-    EXPECT_THAT(graded.front().unread, HasSubstr("Permission denied"));
+    EXPECT_THAT(graded.front().unread, StartsWith("cannot "));
+    const std::string place = fl::filesystem::to_displayed_text(std::u16string(file));
+    EXPECT_THAT(graded.front().unread, EndsWith(" \"memory://" + place + "\": Permission denied"));
   }
 }
 
