@@ -9,11 +9,13 @@
 #include "commands.hpp"
 #include "current_folder.hpp"
 #include "extension_list.hpp"
+#include "location_text.hpp"
 #include "output.hpp"
 #include "path_source.hpp"
 #include "path_troubles.hpp"
 #include "shadow_baseline_file.hpp"
 #include "shadows_report.hpp"
+#include "unread_folder.hpp"
 
 namespace vornixpath {
 
@@ -44,6 +46,17 @@ AbsoluteIRI LocationOfBaseline(const std::string& name) {
   return Quorvex::PathEnvironment::LocationFromText(fl::filesystem::from_bytes(name), CurrentFolder());
 }
 
+// Whether it was written. What could not be read would be missing in it, or stand in it under a grade that is made up.
+bool WriteNewBaseline(const std::string& name, const std::vector<ShadowPair>& pairs, bool isAllRead) {
+  const AbsoluteIRI file = LocationOfBaseline(name);
+  if (isAllRead) {
+    WriteBaseline(AcceptedFor(pairs), file);
+  } else {
+    WriteMessage("cannot write the baseline " + Quoted(TextOf(file)) + ": not everything on the path could be read");
+  }
+  return isAllRead;
+}
+
 void TellEffect(const BaselineEffect& effect) {
   const auto counted = [](std::size_t count, const std::string& one, const std::string& many) {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
@@ -72,7 +85,8 @@ ExitStatus RunShadows(const ShadowsOptions& options) {
   report.pairs = PairsOf(GradedShadowsOf(path.GetView(), extensions), path.GetView(), FolderNumbers(path.GetLeaf()));
   const bool isAnyUnread = WarnOfUnreadFiles(report.pairs);
 
-  if (options.newBaseline) WriteBaseline(AcceptedFor(report.pairs), LocationOfBaseline(*options.newBaseline));
+  const bool isAllRead = !isAnyUnread && UnreadFoldersOf(path).empty();
+  const bool isAllWritten = !options.newBaseline || WriteNewBaseline(*options.newBaseline, report.pairs, isAllRead);
   if (accepted) {
     report.baseline = LeaveOut(*accepted, report.pairs);
     TellEffect(*report.baseline);
@@ -83,6 +97,7 @@ ExitStatus RunShadows(const ShadowsOptions& options) {
     WriteAsLines(report);
   }
   if (options.strict && (isAnyUnread || !report.problems.empty())) return ExitStatus::Incomplete;
+  if (!isAllWritten) return ExitStatus::CouldNotWork;
   return options.failOn && IsAny(*options.failOn, report.pairs) ? ExitStatus::No : ExitStatus::Yes;
 }
 
