@@ -18,4 +18,13 @@ std::u16string TextOf(const AbsoluteIRI& location) {
 
 std::string ShownText(const AbsoluteIRI& location) { return fl::filesystem::to_displayed_text(TextOf(location)); }
 
+std::u16string PlaceWithin(const AbsoluteIRI& folder, const AbsoluteIRI& location) {
+  const auto names = location.getSegments();
+  std::u16string place;
+  for (std::size_t i = folder.getSegments().size(); i < names.size(); ++i) {
+    place.append(place.empty() ? u"" : u"/").append(names[i]);
+  }
+  return place;
+}
+
 }  // namespace vornixpath

@@ -11,4 +11,8 @@ namespace vornixpath {
 /// The same, safe for a terminal.
 [[nodiscard]] std::string ShownText(const foundation::storage::vfs::AbsoluteIRI& location);
 
+/// "@Shape/area.vnx" for what stands in `folder`, however deep.
+[[nodiscard]] std::u16string PlaceWithin(const foundation::storage::vfs::AbsoluteIRI& folder,
+                                         const foundation::storage::vfs::AbsoluteIRI& location);
+
 }  // namespace vornixpath

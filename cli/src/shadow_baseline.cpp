@@ -19,9 +19,9 @@ namespace {
 
 constexpr std::string_view kFirstLine = "# shadowed names, version 1";
 constexpr std::string_view kExplanation =
-    "# Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.";
+    "# Grade, folder that hides, hidden one, name, what is hidden there: separated by tabs, sorted.";
 
-enum Field : std::size_t { kGrade, kHiding, kHidden, kName, kFields };
+enum Field : std::size_t { kGrade, kHiding, kHidden, kName, kPlace, kFields };
 using Line = std::array<std::string, kFields>;
 
 // Everything below a folder begins like this.
@@ -56,16 +56,21 @@ std::vector<std::string_view> FieldsOf(std::string_view line) {
 // What a line of people's text is in a message.
 std::string InMessage(std::string_view text) { return Quoted(from_bytes(text)); }
 
+std::u16string Decoded(std::string_view field, const std::string& complaint) {
+  auto text = DecodedText(field);
+  if (!text || text->empty()) throw std::invalid_argument(InMessage(field) + complaint);
+  return *std::move(text);
+}
+
 AcceptedShadow ShadowIn(std::string_view line, const AbsoluteIRI& folder) {
   const std::vector<std::string_view> fields = FieldsOf(line);
   if (fields.size() != kFields) {
-    throw std::invalid_argument("it should hold a grade, two folders and a name, separated by tabs");
+    throw std::invalid_argument("it should hold a grade, two folders, a name and a place, separated by tabs");
   }
   const auto grade = ShadowGradeFrom(fields[kGrade]);
   if (!grade) throw std::invalid_argument("there is no grade " + InMessage(fields[kGrade]));
-  const auto name = DecodedText(fields[kName]);
-  if (!name || name->empty()) throw std::invalid_argument(InMessage(fields[kName]) + " is no name");
-  return {FolderFrom(fields[kHiding], folder), FolderFrom(fields[kHidden], folder), *name, *grade};
+  return {FolderFrom(fields[kHiding], folder), FolderFrom(fields[kHidden], folder),
+          Decoded(fields[kName], " is no name"), Decoded(fields[kPlace], " is no place"), *grade};
 }
 
 // Takes the next line off `rest`, without its end.
@@ -88,25 +93,26 @@ void TakeFirstLine(std::string_view& rest) {
 }  // namespace
 
 bool operator<(const AcceptedShadow& left, const AcceptedShadow& right) {
-  return std::tie(left.hiding, left.hidden, left.name, left.grade) <
-         std::tie(right.hiding, right.hidden, right.name, right.grade);
+  return std::tie(left.hiding, left.hidden, left.name, left.place, left.grade) <
+         std::tie(right.hiding, right.hidden, right.name, right.place, right.grade);
 }
 
 std::string BaselineText(const AcceptedShadows& shadows, const AbsoluteIRI& folder) {
   std::vector<Line> lines;
   for (const AcceptedShadow& shadow : shadows) {
     lines.push_back({std::string(NameOf(shadow.grade)), FolderText(shadow.hiding, folder),
-                     FolderText(shadow.hidden, folder), EncodedText(shadow.name)});
+                     FolderText(shadow.hidden, folder), EncodedText(shadow.name), EncodedText(shadow.place)});
   }
   // By what is written: the identifiers depend on the place of the tree.
   std::sort(lines.begin(), lines.end(), [](const Line& left, const Line& right) {
-    return std::tie(left[kHiding], left[kHidden], left[kName], left[kGrade]) <
-           std::tie(right[kHiding], right[kHidden], right[kName], right[kGrade]);
+    return std::tie(left[kHiding], left[kHidden], left[kName], left[kPlace], left[kGrade]) <
+           std::tie(right[kHiding], right[kHidden], right[kName], right[kPlace], right[kGrade]);
   });
 
   std::string text = std::string(kFirstLine) + '\n' + std::string(kExplanation) + '\n';
   for (const Line& line : lines) {
-    text += line[kGrade] + '\t' + line[kHiding] + '\t' + line[kHidden] + '\t' + line[kName] + '\n';
+    for (const std::string& field : line) text.append(field).append(1, '\t');
+    text.back() = '\n';
   }
   return text;
 }

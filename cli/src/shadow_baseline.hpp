@@ -1,13 +1,14 @@
 // Findings that somebody has accepted, as a text that can be kept beside the folders that it is about:
 //
 //     # shadowed names, version 1
-//     # Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.
-//     different	./base	./extras	greet
-//     kind	./base	file:///opt/toolbox	geometry/Point
+//     # Grade, folder that hides, hidden one, name, what is hidden there: separated by tabs, sorted.
+//     different	./base	./extras	greet	greet.vnx
+//     kind	./base	file:///opt/toolbox	geometry/Point	+geometry/@Point
 //
 // The first line is as it stands here; other lines that begin with '#', and empty ones, count for nothing. A folder at
-// or below that of the file is told by its identifier from there on: "." or "./extras". Names are UTF-8; '%', stray
-// bytes and whatever a terminal would act on are percent-encoded. Each line ends with a newline, the last one, too.
+// or below that of the file is told by its identifier from there on: "." or "./extras". Names and places are UTF-8;
+// '%', stray bytes and whatever a terminal would act on are percent-encoded. Each line ends with a newline, the last
+// one, too.
 #pragma once
 
 #include <compare>
@@ -26,6 +27,7 @@ struct AcceptedShadow {
   foundation::storage::vfs::AbsoluteIRI hiding;  ///< the folders of the path
   foundation::storage::vfs::AbsoluteIRI hidden;
   std::u16string name;
+  std::u16string place;  ///< of what is hidden, from its folder on: "+geometry/@Point/move.vnx"
   ShadowGrade grade;
 
   friend bool operator==(const AcceptedShadow&, const AcceptedShadow&) = default;

@@ -4,6 +4,8 @@
 #include <tuple>
 #include <utility>
 
+#include "location_text.hpp"
+
 namespace vornixpath {
 
 namespace {
@@ -48,7 +50,8 @@ std::vector<ShadowPair> PairsOf(std::vector<GradedShadow> shadows, const IPath& 
 }
 
 AcceptedShadow AcceptedFor(const ShadowPair& pair, const GradedShadow& shadow) {
-  return {pair.hiding.location, pair.hidden.location, shadow.shadow.name, shadow.grade};
+  return {pair.hiding.location, pair.hidden.location, shadow.shadow.name,
+          PlaceWithin(pair.hidden.location, shadow.shadow.hidden), shadow.grade};
 }
 
 AcceptedShadows AcceptedFor(const std::vector<ShadowPair>& pairs) {

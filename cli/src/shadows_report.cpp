@@ -17,22 +17,11 @@ namespace {
 
 namespace json = boost::json;
 using fl::filesystem::to_displayed_text;
-using foundation::storage::vfs::AbsoluteIRI;
-
-// "@Shape/area.vnx" for what stands in `folder`.
-std::string PlaceWithin(const AbsoluteIRI& folder, const AbsoluteIRI& location) {
-  const auto names = location.getSegments();
-  std::u16string place;
-  for (std::size_t i = folder.getSegments().size(); i < names.size(); ++i) {
-    place.append(place.empty() ? u"" : u"/").append(names[i]);
-  }
-  return to_displayed_text(place);
-}
 
 // Two files of one name that stand directly in their folders need no further word.
 std::string PlacesInWords(const ShadowPair& pair, const Shadow& shadow) {
-  const std::string winner = PlaceWithin(pair.hiding.location, LocationOf(shadow.winner));
-  const std::string hidden = PlaceWithin(pair.hidden.location, shadow.hidden);
+  const std::string winner = to_displayed_text(PlaceWithin(pair.hiding.location, LocationOf(shadow.winner)));
+  const std::string hidden = to_displayed_text(PlaceWithin(pair.hidden.location, shadow.hidden));
   if (winner != hidden)
     return ": " + winner + (shadow.likeness == Likeness::OtherLetterCase ? " would hide " : " hides ") + hidden;
   return winner.find('/') == std::string::npos ? "" : ": " + winner;
@@ -77,7 +66,8 @@ json::object AcceptedToJson(const AcceptedShadow& accepted) {
   return {{"name", to_displayed_text(accepted.name)},
           {"grade", NameOf(accepted.grade)},
           {"hiding", ToJson(accepted.hiding)},
-          {"hidden", ToJson(accepted.hidden)}};
+          {"hidden", ToJson(accepted.hidden)},
+          {"place", to_displayed_text(accepted.place)}};
 }
 
 json::object EffectToJson(const BaselineEffect& effect) {

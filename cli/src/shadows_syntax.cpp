@@ -53,7 +53,7 @@ CommandSyntax AddShadows(CLI::App& app) {
   command
       .add_option("--baseline", options.baseline,
                   "Leave out what FILE holds: the same name of the same\n"
-                  "two folders with the same grade")
+                  "two folders, the same file hidden, the same grade")
       ->type_name("FILE");
   command.add_option("--write-baseline", options.newBaseline, "Write everything that is hidden now to FILE")
       ->type_name("FILE");

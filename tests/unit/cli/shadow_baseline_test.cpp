@@ -23,11 +23,11 @@ using testing::HasSubstr;
 const AbsoluteIRI kFolder(u"file:///project");
 const std::string kBeginning =
     "# shadowed names, version 1\n"
-    "# Grade, folder that hides, folder that is hidden, name: separated by tabs, sorted.\n";
+    "# Grade, folder that hides, hidden one, name, what is hidden there: separated by tabs, sorted.\n";
 
 AcceptedShadow Accepted(const std::u16string& hiding, const std::u16string& hidden, const std::u16string& name,
                         ShadowGrade grade = ShadowGrade::Different) {
-  return {AbsoluteIRI(hiding), AbsoluteIRI(hidden), name, grade};
+  return {AbsoluteIRI(hiding), AbsoluteIRI(hidden), name, name + u".vnx", grade};
 }
 
 std::string ReasonToRefuse(const std::string& text) {
@@ -43,7 +43,7 @@ TEST(ShadowBaseline, TellsFoldersBelowItsOwnFromThereOn) {
   EXPECT_EQ(BaselineText({Accepted(u"file:///project", u"file:///project/x/y", u"greet"),
                           Accepted(u"file:///projects", u"file:///", u"f", ShadowGrade::Kind)},
                          kFolder),
-            kBeginning + "different\t.\t./x/y\tgreet\nkind\tfile:///projects\tfile:///\tf\n");
+            kBeginning + "different\t.\t./x/y\tgreet\tgreet.vnx\nkind\tfile:///projects\tfile:///\tf\tf.vnx\n");
 }
 
 TEST(ShadowBaseline, IsTheSameForATreeAtAnotherPlace) {
@@ -62,10 +62,10 @@ TEST(ShadowBaseline, IsSortedByFoldersThenByName) {
                           Accepted(u"file:///project/a", u"file:///project/b", u"f", ShadowGrade::Identical)},
                          kFolder),
             kBeginning +
-                "identical\t./a\t./b\tf\n"
-                "kind\t./a\t./b\tf\n"
-                "different\t./a\t./b\tg\n"
-                "different\t./b\t./a\tf\n");
+                "identical\t./a\t./b\tf\tf.vnx\n"
+                "kind\t./a\t./b\tf\tf.vnx\n"
+                "different\t./a\t./b\tg\tg.vnx\n"
+                "different\t./b\t./a\tf\tf.vnx\n");
 }
 
 TEST(ShadowBaseline, KeepsNamesAndFoldersThatWouldDisturbIt) {
@@ -85,7 +85,8 @@ TEST(ShadowBaseline, KeepsNamesAndFoldersThatWouldDisturbIt) {
   AcceptedShadows shadows;
   for (const std::string& bytes : names) {
     const std::u16string name = fl::filesystem::from_bytes(bytes);
-    shadows.insert({kFolder.getChild(name), AbsoluteIRI(u"file:///elsewhere").getChild(name), name, ShadowGrade::Kind});
+    shadows.insert({kFolder.getChild(name), AbsoluteIRI(u"file:///elsewhere").getChild(name), name, u"+p/" + name,
+                    ShadowGrade::Kind});
   }
 
   const std::string text = BaselineText(shadows, kFolder);
@@ -109,31 +110,33 @@ TEST(ShadowBaseline, ComesBackWhateverItHolds) {
     AcceptedShadows shadows;
     for (std::size_t count = random.Below(5); count > 0; --count) {
       const AbsoluteIRI root = random.OneIn(2) ? kFolder : AbsoluteIRI(u"memory://host/x");
-      shadows.insert({root.getChild(randomName()), root, randomName(), static_cast<ShadowGrade>(random.Below(5))});
+      shadows.insert(
+          {root.getChild(randomName()), root, randomName(), randomName(), static_cast<ShadowGrade>(random.Below(5))});
     }
     EXPECT_EQ(ParseBaseline(BaselineText(shadows, kFolder), kFolder), shadows);
   }
 }
 
 TEST(ShadowBaseline, MayHoldCommentsBlankLinesAndForeignLineEnds) {
-  EXPECT_EQ(ParseBaseline("# shadowed names, version 1\r\n\r\n# why\r\nkind\t./a\t./b\tf\r\n", kFolder),
+  EXPECT_EQ(ParseBaseline("# shadowed names, version 1\r\n\r\n# why\r\nkind\t./a\t./b\tf\tf.vnx\r\n", kFolder),
             AcceptedShadows({Accepted(u"file:///project/a", u"file:///project/b", u"f", ShadowGrade::Kind)}));
 }
 
 TEST(ShadowBaseline, IsRefusedWithTheLineAndTheReason) {
   EXPECT_EQ(ReasonToRefuse(""), "line 1: it does not end with a newline, so it may be cut off");
   EXPECT_EQ(ReasonToRefuse("something\n"), "line 1: it should be \"# shadowed names, version 1\"");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf"),
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\tf.vnx"),
             "line 3: it does not end with a newline, so it may be cut off");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\n"),
-            "line 3: it should hold a grade, two folders and a name, separated by tabs");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\tg\n"),
-            "line 3: it should hold a grade, two folders and a name, separated by tabs");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "\ngrave\t./a\t./b\tf\n"), "line 4: there is no grade \"grave\"");
-  EXPECT_THAT(ReasonToRefuse(kBeginning + "kind\ta\t./b\tf\n"), HasSubstr("line 3: malformed identifier \"a\""));
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4\n"), "line 3: \"%4\" is no name");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4G\n"), "line 3: \"%4G\" is no name");
-  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t\n"), "line 3: \"\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\n"),
+            "line 3: it should hold a grade, two folders, a name and a place, separated by tabs");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\tf.vnx\t\n"),
+            "line 3: it should hold a grade, two folders, a name and a place, separated by tabs");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "\ngrave\t./a\t./b\tf\tf.vnx\n"), "line 4: there is no grade \"grave\"");
+  EXPECT_THAT(ReasonToRefuse(kBeginning + "kind\ta\t./b\tf\tf.vnx\n"), HasSubstr("line 3: malformed identifier \"a\""));
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4\tf.vnx\n"), "line 3: \"%4\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4G\tf.vnx\n"), "line 3: \"%4G\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t\tf.vnx\n"), "line 3: \"\" is no name");
+  EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\t\n"), "line 3: \"\" is no place");
 }
 
 TEST(ShadowBaseline, ThatIsMissingOrDamagedIsNamed) {
@@ -163,7 +166,7 @@ TEST(ShadowBaseline, IsWhatWasWritten) {
 
   WriteBaseline(shadows, InMemory(u"/p/base"));
   EXPECT_EQ(ReadBaseline(InMemory(u"/p/base")), shadows);
-  EXPECT_EQ(Content(storage, u"/p/base"), kBeginning + "different\t./a\tmemory:///q\tf\n");
+  EXPECT_EQ(Content(storage, u"/p/base"), kBeginning + "different\t./a\tmemory:///q\tf\tf.vnx\n");
 }
 
 TEST(ShadowBaseline, BehindALinkIsReplacedThere) {
@@ -215,7 +218,7 @@ TEST(ShadowBaseline, TakesThePlaceOfNothingButABaselineOrAnEmptyFile) {
 }
 
 TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
-  const std::string old = kBeginning + "kind\t./a\t./b\tf\n";
+  const std::string old = kBeginning + "kind\t./a\t./b\tf\tf.vnx\n";
   for (std::size_t call = 1;; ++call) {
     MemoryStorage storage;
     storage.GetProvider().AddFile(u"/p/base", old);
@@ -266,6 +269,24 @@ TEST(ShadowBaseline, DoesNotLeaveOutWhatHasBecomeGraver) {
   EXPECT_EQ(LeaveOut(accepted, pairs).leftOut, 1U);
   ASSERT_EQ(pairs.size(), 1U);
   EXPECT_EQ(pairs[0].shadows[0].shadow.name, u"g");
+}
+
+TEST(ShadowBaseline, DoesNotLeaveOutWhatIsHiddenAtAnotherPlace) {
+  const MemoryStorage storage =
+      std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx", u"/b/f.x", u"/a/+p/@K/m.vnx", u"/b/+p/@K/m.vnx"}));
+  const auto path = storage.Path({u"/a", u"/b"});
+  std::vector<GradedShadow> graded;
+  for (Shadow& shadow : FindShadows(*path, {u".vnx", u".x"})) {
+    graded.push_back({std::move(shadow), ShadowGrade::Different, {}});
+  }
+  std::vector<ShadowPair> pairs = PairsOf(std::move(graded), *path, FolderNumbers(*path));
+  AcceptedShadow method = Accepted(u"memory:///a", u"memory:///b", u"p/K/m");
+  method.place = u"+p/@K/m.vnx";
+
+  EXPECT_EQ(LeaveOut({Accepted(u"memory:///a", u"memory:///b", u"f"), method}, pairs).leftOut, 2U);
+  ASSERT_EQ(pairs.size(), 1U);
+  ASSERT_EQ(pairs[0].shadows.size(), 1U);
+  EXPECT_EQ(pairs[0].shadows[0].shadow.hidden, InMemory(u"/b/f.x"));
 }
 
 TEST(ShadowBaseline, LeavesNoPairWithoutNames) {
