@@ -7,7 +7,9 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/whole_file.hpp>
 #include <stdexcept>
+#include <utility>
 
+#include "folders_below.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "storage_failure.hpp"
@@ -58,6 +60,17 @@ void RequireBaselineOrNothing(const std::optional<std::string>& old) {
   throw std::runtime_error("something that is no baseline stands there");
 }
 
+AcceptedShadows SpelledFrom(const AbsoluteIRI& folder, const AcceptedShadows& shadows) {
+  FoldersBelow spelled(folder);
+  AcceptedShadows accepted;
+  for (AcceptedShadow shadow : shadows) {
+    shadow.hiding = spelled(shadow.hiding);
+    shadow.hidden = spelled(shadow.hidden);
+    accepted.insert(std::move(shadow));
+  }
+  return accepted;
+}
+
 // Beside the file, and nobody else's.
 AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
   return file.getParent().getChild(file.getName() +
@@ -90,7 +103,7 @@ AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
     const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
     const auto text = BytesOf(*storage, file);
     if (!text) throw std::runtime_error("there is no such file");
-    return ParseBaseline(*text, file.getParent());
+    return ParseBaseline(*text, storage->CanonicalLocation(file).getParent());
   });
 }
 
@@ -102,7 +115,7 @@ void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
     }
     const AbsoluteIRI place = storage->CanonicalLocation(file);
     RequireBaselineOrNothing(BytesOf(*storage, place));
-    Replace(*storage, place, BaselineText(shadows, file.getParent()));
+    Replace(*storage, place, BaselineText(SpelledFrom(place.getParent(), shadows), place.getParent()));
   });
 }
 

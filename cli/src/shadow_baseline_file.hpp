@@ -1,4 +1,5 @@
-// Where baselines are kept. Links are followed, for reading and for writing.
+// Where baselines are kept. Links are followed, for reading and for writing: the folder of a baseline is the one in
+// which the file really stands.
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>

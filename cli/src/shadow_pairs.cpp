@@ -10,6 +10,7 @@ namespace vornixpath {
 
 namespace {
 
+using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathManagement::IPath;
 using Quorvex::PathManagement::IPathEntry;
 
@@ -60,6 +61,20 @@ AcceptedShadows AcceptedFor(const std::vector<ShadowPair>& pairs) {
     for (const GradedShadow& shadow : pair.shadows) accepted.insert(AcceptedFor(pair, shadow));
   }
   return accepted;
+}
+
+AcceptedShadows SpelledAsOn(const LoadedPath& path, const AcceptedShadows& accepted) {
+  const auto spelled = [&path](const AbsoluteIRI& folder) {
+    const EntryPtr entry = path.FindFolder(folder);
+    return entry ? entry->GetAbsoluteIRI() : folder;
+  };
+  AcceptedShadows onPath;
+  for (AcceptedShadow shadow : accepted) {
+    shadow.hiding = spelled(shadow.hiding);
+    shadow.hidden = spelled(shadow.hidden);
+    onPath.insert(std::move(shadow));
+  }
+  return onPath;
 }
 
 BaselineEffect LeaveOut(const AcceptedShadows& accepted, std::vector<ShadowPair>& pairs) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "folder_numbers.hpp"
+#include "loaded_path.hpp"
 #include "shadow_baseline.hpp"
 #include "shadow_grading.hpp"
 
@@ -36,13 +37,16 @@ struct ShadowPair {
 /// As a baseline remembers all.
 [[nodiscard]] AcceptedShadows AcceptedFor(const std::vector<ShadowPair>& pairs);
 
+/// `accepted` with the folders of `path` as that spells them; what is no folder of it stays as it is. Asks storage.
+[[nodiscard]] AcceptedShadows SpelledAsOn(const LoadedPath& path, const AcceptedShadows& accepted);
+
 /// What became of the entries of a baseline.
 struct BaselineEffect {
   std::size_t leftOut = 0;  ///< findings that it holds
   AcceptedShadows gone;     ///< of its entries, those that no longer occur
 };
 
-/// Takes what `accepted` holds out of `pairs`, and pairs of which nothing is left.
+/// Takes what `accepted`, with folders spelled as in `pairs`, holds out of `pairs`, and pairs of which nothing is left.
 [[nodiscard]] BaselineEffect LeaveOut(const AcceptedShadows& accepted, std::vector<ShadowPair>& pairs);
 
 }  // namespace vornixpath

@@ -88,7 +88,7 @@ ExitStatus RunShadows(const ShadowsOptions& options) {
   const bool isAllRead = !isAnyUnread && UnreadFoldersOf(path).empty();
   const bool isAllWritten = !options.newBaseline || WriteNewBaseline(*options.newBaseline, report.pairs, isAllRead);
   if (accepted) {
-    report.baseline = LeaveOut(*accepted, report.pairs);
+    report.baseline = LeaveOut(SpelledAsOn(path, *accepted), report.pairs);
     TellEffect(*report.baseline);
   }
   if (options.json) {

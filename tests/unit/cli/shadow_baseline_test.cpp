@@ -186,6 +186,38 @@ std::string ReasonNotToWrite(std::u16string_view file) {
   return "none";
 }
 
+TEST(ShadowBaseline, TellsFoldersFromWhereItReallyStandsThroughWhateverLinks) {
+  const MemoryStorage storage = std::move(MemoryStorage()
+                                              .WithFolders({u"/real/p/a", u"/opt/ext", u"/keep"})
+                                              .WithFiles({u"/real/p/base"})
+                                              .WithLink(u"/link", u"real")
+                                              .WithLink(u"/real/p/ext", u"/opt/ext")
+                                              .WithLink(u"/other", u"real/p/a")
+                                              .WithLink(u"/keep/base", u"../link/p/base"));
+  const AcceptedShadows shadows = {Accepted(u"memory:///link/p/a", u"memory:///link/p/ext", u"f"),
+                                   Accepted(u"memory:///other", u"memory:///real/p/ext", u"g"),
+                                   Accepted(u"memory:///opt/ext", u"memory:///link/p", u"h")};
+
+  for (const auto* const base : {u"/real/p/base", u"/link/p/base", u"/keep/base"}) {
+    WriteBaseline(shadows, InMemory(base));
+    EXPECT_EQ(Content(storage, u"/real/p/base"), kBeginning +
+                                                     "different\t./a\t./ext\tf\tf.vnx\n"
+                                                     "different\t./a\t./ext\tg\tg.vnx\n"
+                                                     "different\tmemory:///opt/ext\t.\th\th.vnx\n");
+    EXPECT_EQ(ReadBaseline(InMemory(base)),
+              AcceptedShadows({Accepted(u"memory:///real/p/a", u"memory:///real/p/ext", u"f"),
+                               Accepted(u"memory:///real/p/a", u"memory:///real/p/ext", u"g"),
+                               Accepted(u"memory:///opt/ext", u"memory:///real/p", u"h")}));
+  }
+}
+
+TEST(ShadowBaseline, AtTheRootTellsEveryFolderFromThereOn) {
+  const MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/a"}).WithLink(u"/b", u"a"));
+
+  WriteBaseline({Accepted(u"memory:///a", u"memory:///b", u"f")}, InMemory(u"/base"));
+  EXPECT_EQ(Content(storage, u"/base"), kBeginning + "different\t./a\t./b\tf\tf.vnx\n");
+}
+
 TEST(ShadowBaseline, IsNotWrittenWhereALinkLeadsNowhere) {
   const MemoryStorage storage = std::move(MemoryStorage().WithFolders({u"/p"}).WithLink(u"/p/base", u"gone"));
 
@@ -269,6 +301,18 @@ TEST(ShadowBaseline, DoesNotLeaveOutWhatHasBecomeGraver) {
   EXPECT_EQ(LeaveOut(accepted, pairs).leftOut, 1U);
   ASSERT_EQ(pairs.size(), 1U);
   EXPECT_EQ(pairs[0].shadows[0].shadow.name, u"g");
+}
+
+TEST(ShadowBaseline, KnowsFoldersOfThePathUnderEverySpelling) {
+  const MemoryStorage storage =
+      std::move(MemoryStorage().WithFolders({u"/real/a", u"/b", u"/c"}).WithLink(u"/link", u"real"));
+  const LoadedPath path({InMemory(u"/link/a"), InMemory(u"/b")});
+
+  EXPECT_EQ(SpelledAsOn(path, {Accepted(u"memory:///real/a", u"memory:///b", u"f"),
+                               Accepted(u"memory:///link/a", u"memory:///b", u"f"),
+                               Accepted(u"memory:///c", u"memory:///real/a", u"g")}),
+            AcceptedShadows({Accepted(u"memory:///link/a", u"memory:///b", u"f"),
+                             Accepted(u"memory:///c", u"memory:///link/a", u"g")}));
 }
 
 TEST(ShadowBaseline, DoesNotLeaveOutWhatIsHiddenAtAnotherPlace) {
