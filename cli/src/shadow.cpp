@@ -31,9 +31,9 @@ struct Meaning {
   [[nodiscard]] bool Holds(const FoundItem& file) const {
     return std::find(files.begin(), files.end(), file) != files.end();
   }
-  [[nodiscard]] bool HoldsFileOf(const EntryPtr& folder) const {
+  [[nodiscard]] bool HoldsFileIn(const AbsoluteIRI& folder) const {
     return std::any_of(files.begin(), files.end(),
-                       [&](const FoundItem& file) { return file.GetPathEntry() == folder; });
+                       [&](const FoundItem& file) { return file.GetPathItem()->folderIRI == folder; });
   }
 };
 
@@ -89,15 +89,17 @@ class Hiding {
     Add(first, other.Winner().GetPathEntry(), LocationOf(other.Winner()), Likeness::OtherLetterCase);
   }
 
-  // A class whose own file takes part in the lookup is told by that file.
   void AddFolder(const std::vector<Meaning>& meanings, const NamedFolder& folder) {
-    const auto holdsItsFile = [&](const Meaning& meaning) { return meaning.HoldsFileOf(folder.entry); };
-    if (meanings.empty() || std::any_of(meanings.begin(), meanings.end(), holdsItsFile)) return;
+    if (meanings.empty()) return;
 
     const auto isSameName = folder.entry->GetFilenameComparator(kPolicy);
     const auto meaning = std::find_if(meanings.begin(), meanings.end(), [&](const Meaning& candidate) {
       return (*isSameName)(candidate.name, folder.name);
     });
+    // A class whose own file takes part in the lookup is told by that file, even where it is found as another folder's.
+    if (meaning != meanings.end() && IsClass(*folder.entry) && meaning->HoldsFileIn(folder.entry->GetAbsoluteIRI())) {
+      return;
+    }
     const Meaning& hiding = meaning != meanings.end() ? *meaning : meanings.front();
     if (IsClass(*folder.entry) && MeansAClass(hiding)) return;
     Add(hiding, folder.entry, folder.entry->GetAbsoluteIRI(),

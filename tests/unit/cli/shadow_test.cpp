@@ -37,6 +37,10 @@ TEST(Shadows, ConcernFilesOfTheExtensionsTriedOnly) {
               ElementsAre("f: /a/f.h hides /b/f.hpp"));
 }
 
+TEST(Shadows, AreNotTheFolderOfTheFileThatANameMeans) {
+  EXPECT_THAT(HiddenAmong({u"/n/@K/K.vnx"}, {u"/n/@K", u"/n"}), IsEmpty());
+}
+
 TEST(Shadows, AreNotWhatOneFolderHoldsUnderTwoExtensions) {
   EXPECT_THAT(HiddenAmong({u"/a/f.h", u"/a/f.hpp"}, {u"/a"}, {u".hpp", u".h"}), IsEmpty());
 }
