@@ -15,11 +15,12 @@ std::u16string_view TypedNames::NameFor(std::u16string_view baseName, std::u16st
                                         LetterCase letterCase) {
   if (baseName.find(u'.') == std::u16string::npos && IsListed(extension, letterCase)) return baseName;
 
-  // An extension may hold several dots: then the item is cut at another place.
+  // An extension may hold several dots: then the item is cut at another place. A dot in front begins none.
   room_.assign(baseName).append(extension);
-  const std::size_t dot = std::min(room_.find(u'.'), room_.size());
+  const std::size_t dot = std::min(room_.find(u'.', 1), room_.size());
   const std::u16string_view fullName = room_;
-  if (dot > 0 && IsListed(fullName.substr(dot), letterCase)) return fullName.substr(0, dot);
+  const std::u16string_view name = fullName.substr(0, dot);
+  if (name != u"." && IsListed(fullName.substr(dot), letterCase)) return name;
   return EndsInListed(fullName, letterCase) ? fullName : std::u16string_view();
 }
 

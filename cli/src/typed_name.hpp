@@ -15,9 +15,9 @@ class TypedNames {
  public:
   explicit TypedNames(const std::vector<std::u16string>& extensions);
 
-  /// The base name of a file that has one of the extensions; together with the extension when the
-  /// base name holds a dot, since that would begin an extension. Empty for every other file. Valid until the next call,
-  /// and as long as `baseName`.
+  /// The base name of a file that has one of the extensions; together with the extension when the base name holds a
+  /// dot, other than in front, since that would begin an extension. Empty for every other file. Valid until the next
+  /// call, and as long as `baseName`.
   [[nodiscard]] std::u16string_view NameFor(std::u16string_view baseName, std::u16string_view extension,
                                             LetterCase letterCase);
 

@@ -29,8 +29,10 @@ using Quorvex::PathManagement::support::RandomSource;
 
 constexpr auto kNative = FilenameMatchingPolicy::Native;
 const std::vector<std::u16string> kTried = {u".x", u".y"};
+const std::vector<std::u16string> kTriedWithNone = {u".x", u""};
 const std::vector<std::u16string> kBaseNames = {u"a", u"A", u"b", u"K", u"a.b", u".h", u"\u00DF", u"SS"};
 const std::vector<std::u16string> kExtensions = {u".x", u".x", u".y", u".X", u".z"};
+const std::vector<std::u16string> kWithoutExtension = {u".h", u".H"};
 const std::vector<std::u16string> kPackages = {u"+a", u"+A", u"+b", u"+K", u"+a"};
 const std::vector<std::u16string> kInnermost = {u"", u"", u"/@a", u"/@K", u"/@A", u"/@K", u"/private", u"/resources"};
 const std::vector<std::u16string> kFolders = {u"/m",     u"/n",    u"/o",    u"/x/a",
@@ -42,7 +44,9 @@ std::shared_ptr<const FolderPath> RandomPath(RandomSource& random, MemoryStorage
     std::u16string folder = random.Pick(kFolders);
     for (std::size_t depth = random.Below(3); depth > 0; --depth) folder += u"/" + random.Pick(kPackages);
     folder += random.Pick(kInnermost);
-    storage.WithFiles({folder + u"/" + random.Pick(kBaseNames) + random.Pick(kExtensions)});
+    const std::u16string name =
+        random.OneIn(8) ? random.Pick(kWithoutExtension) : random.Pick(kBaseNames) + random.Pick(kExtensions);
+    storage.WithFiles({folder + u"/" + name});
   }
   return storage.Path(random.ListOf(6, [&] { return random.Pick(kFolders); }));
 }
@@ -50,7 +54,7 @@ std::shared_ptr<const FolderPath> RandomPath(RandomSource& random, MemoryStorage
 /// Asks for every name.
 class EveryName {
  public:
-  explicit EveryName(const FolderPath& path) : path_(path) {
+  EveryName(const FolderPath& path, const std::vector<std::u16string>& tried) : path_(path), tried_(tried) {
     const auto folders = path.GetMainEntries();
     for (const auto& folder : *folders) Collect(folder, u"");
     for (const std::u16string& name : names_) byFoldedName_[fl::filesystem::fold_case(name)].push_back(name);
@@ -85,17 +89,20 @@ class EveryName {
   void AddNames(const Quorvex::PathManagement::IPathEntry& entry, const Quorvex::PathManagement::PathItem& item,
                 const std::u16string& folders) {
     const std::u16string fullName = item.baseName + item.extension;
-    for (const std::u16string& extension : kTried) {
+    for (const std::u16string& extension : tried_) {
       if (!fullName.ends_with(extension) || fullName.size() == extension.size()) continue;
       const std::u16string base = fullName.substr(0, fullName.size() - extension.size());
-      const std::u16string typed = base.find(u'.') == std::u16string::npos ? base : fullName;
+      const auto target = Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(base, tried_);
+      const bool areAllTried = target.GetExtensions() == tried_;
+      if (!areAllTried && extension.empty()) continue;  // to whoever types it, it has another extension
+      const std::u16string typed = areAllTried ? base : fullName;
       const bool answersForClass = entry.GetEntryType() == PathEntryType::Class && folders == base + u"/";
       names_.insert(answersForClass ? typed : folders + typed);
     }
   }
 
   [[nodiscard]] std::vector<FoundItem> FilesOf(const std::u16string& name) const {
-    const auto target = Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, kTried);
+    const auto target = Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, tried_);
     const bool isPlain = name.find(u'/') == std::u16string::npos;
     std::vector<FoundItem> files = path_.FindAllInScope(isPlain ? MainScope : VisibleScope, target, kNative);
     if (isPlain) {
@@ -176,6 +183,7 @@ class EveryName {
   }
 
   const FolderPath& path_;
+  std::vector<std::u16string> tried_;
   std::set<std::u16string> names_;
   std::map<std::u16string, std::vector<std::u16string>> byFoldedName_;
   std::vector<std::pair<std::u16string, EntryPtr>> special_;
@@ -185,14 +193,15 @@ TEST(ShadowsAgainstEveryName, AreWhatAskingForEveryNameTells) {
   RandomSource random = RandomSource::OfThisRun(20'263);
   SCOPED_TRACE(random.Describe());
   std::size_t found = 0;
-  for (int tree = 0; tree < 400 && !HasFailure(); ++tree) {
+  for (int tree = 0; tree < 600 && !HasFailure(); ++tree) {
     MemoryStorage storage;
     const auto path = RandomPath(random, storage);
-    const std::vector<std::string> shadows = Hidden(*path, kTried);
+    const auto& tried = random.OneIn(2) ? kTried : kTriedWithNone;
+    const std::vector<std::string> shadows = Hidden(*path, tried);
 
     const std::set<std::string> distinct(shadows.begin(), shadows.end());
     EXPECT_EQ(distinct.size(), shadows.size()) << "something is told twice";
-    EXPECT_EQ(distinct, EveryName(*path).Hidden());
+    EXPECT_EQ(distinct, EveryName(*path, tried).Hidden());
     found += shadows.size();
   }
   EXPECT_GT(found, 1'000U) << "the trees hide too little to show anything";
@@ -206,10 +215,11 @@ TEST(ShadowsAgainstEveryName, HideTheSameFilesWhereLetterCaseMakesNoDifference) 
   for (int tree = 0; tree < 200 && !HasFailure(); ++tree) {
     MemoryStorage storage(NameComparison::IgnoreCase);
     const auto path = RandomPath(random, storage);
-    for (const Shadow& shadow : FindShadows(*path, kTried)) {
+    const auto& tried = random.OneIn(2) ? kTried : kTriedWithNone;
+    for (const Shadow& shadow : FindShadows(*path, tried)) {
       SCOPED_TRACE(InWords(shadow));
       const auto target =
-          Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(shadow.name, kTried);
+          Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(shadow.name, tried);
       const auto winner = FindFirstFileVisibleOnPath(*path, target, kNative);
       ASSERT_TRUE(winner);
       EXPECT_EQ(LocationOf(*winner), LocationOf(shadow.winner));

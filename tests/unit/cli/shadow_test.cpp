@@ -37,6 +37,13 @@ TEST(Shadows, ConcernFilesOfTheExtensionsTriedOnly) {
               ElementsAre("f: /a/f.h hides /b/f.hpp"));
 }
 
+TEST(Shadows, HaveNamesThatMayBeginWithADot) {
+  EXPECT_THAT(HiddenAmong({u"/a/.h.vnx", u"/b/.h", u"/b/..vnx", u"/c/..vnx"}, {u"/a", u"/b", u"/c"}, {u".vnx", u""}),
+              UnorderedElementsAre(".h: /a/.h.vnx hides /b/.h", "..vnx: /b/..vnx hides /c/..vnx"));
+  EXPECT_THAT(HiddenAmong({u"/a/.h.x", u"/b/.h.y"}, {u"/a", u"/b"}, {u".x", u".y"}),
+              ElementsAre(".h: /a/.h.x hides /b/.h.y"));
+}
+
 TEST(Shadows, AreNotTheFolderOfTheFileThatANameMeans) {
   EXPECT_THAT(HiddenAmong({u"/n/@K/K.vnx"}, {u"/n/@K", u"/n"}), IsEmpty());
 }
