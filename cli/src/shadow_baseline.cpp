@@ -37,24 +37,35 @@ std::string FolderText(const AbsoluteIRI& location, const AbsoluteIRI& folder) {
   return text.starts_with(beginning) ? "./" + text.substr(beginning.size()) : text;
 }
 
-AbsoluteIRI FolderFrom(std::string_view text, const AbsoluteIRI& folder) {
-  if (text == ".") return folder;
-  const bool isBelow = text.starts_with("./");
-  return AbsoluteIRI(from_bytes(isBelow ? BeginningBelow(folder).append(text.substr(2)) : std::string(text)));
-}
-
-std::vector<std::string_view> FieldsOf(std::string_view line) {
-  std::vector<std::string_view> fields;
-  for (std::size_t begin = 0; begin <= line.size();) {
-    const std::size_t end = std::min(line.find('\t', begin), line.size());
-    fields.push_back(line.substr(begin, end - begin));
+std::vector<std::string_view> SplitAt(char separator, std::string_view text) {
+  std::vector<std::string_view> parts;
+  for (std::size_t begin = 0; begin <= text.size();) {
+    const std::size_t end = std::min(text.find(separator, begin), text.size());
+    parts.push_back(text.substr(begin, end - begin));
     begin = end + 1;
   }
-  return fields;
+  return parts;
 }
 
 // What a line of people's text is in a message.
 std::string InMessage(std::string_view text) { return Quoted(from_bytes(text)); }
+
+// An identifier would read some of these as another folder, even one above.
+bool IsNameOfFolder(std::string_view segment) {
+  const auto name = DecodedText(segment);
+  return name && !name->empty() && name != u"." && name != u"..";
+}
+
+AbsoluteIRI FolderFrom(std::string_view text, const AbsoluteIRI& folder) {
+  if (text == ".") return folder;
+  if (!text.starts_with("./")) return AbsoluteIRI(from_bytes(text));
+  const std::string_view rest = text.substr(2);
+  const auto names = SplitAt('/', rest);
+  if (!std::all_of(names.begin(), names.end(), IsNameOfFolder)) {
+    throw std::invalid_argument(InMessage(text) + " is no folder below");
+  }
+  return AbsoluteIRI(from_bytes(BeginningBelow(folder).append(rest)));
+}
 
 std::u16string Decoded(std::string_view field, const std::string& complaint) {
   auto text = DecodedText(field);
@@ -63,7 +74,7 @@ std::u16string Decoded(std::string_view field, const std::string& complaint) {
 }
 
 AcceptedShadow ShadowIn(std::string_view line, const AbsoluteIRI& folder) {
-  const std::vector<std::string_view> fields = FieldsOf(line);
+  const std::vector<std::string_view> fields = SplitAt('\t', line);
   if (fields.size() != kFields) {
     throw std::invalid_argument("it should hold a grade, two folders, a name and a place, separated by tabs");
   }
@@ -71,6 +82,11 @@ AcceptedShadow ShadowIn(std::string_view line, const AbsoluteIRI& folder) {
   if (!grade) throw std::invalid_argument("there is no grade " + InMessage(fields[kGrade]));
   return {FolderFrom(fields[kHiding], folder), FolderFrom(fields[kHidden], folder),
           Decoded(fields[kName], " is no name"), Decoded(fields[kPlace], " is no place"), *grade};
+}
+
+bool IsControlByte(char byte) {
+  const auto value = static_cast<unsigned char>(byte);
+  return (value < 0x20 && byte != '\t') || value == 0x7F;
 }
 
 // Takes the next line off `rest`, without its end.
@@ -82,6 +98,9 @@ std::string_view TakeLine(std::string_view& rest) {
   std::string_view line = rest.substr(0, end);
   rest.remove_prefix(end + 1);
   if (line.ends_with('\r')) line.remove_suffix(1);
+  if (std::any_of(line.begin(), line.end(), IsControlByte)) {
+    throw std::invalid_argument("it holds a control character other than a tab");
+  }
   return line;
 }
 
@@ -118,6 +137,7 @@ std::string BaselineText(const AcceptedShadows& shadows, const AbsoluteIRI& fold
 }
 
 AcceptedShadows ParseBaseline(std::string_view text, const AbsoluteIRI& folder) {
+  if (text.empty()) throw std::runtime_error("it is empty");
   AcceptedShadows shadows;
   std::size_t number = 1;
   try {

@@ -123,7 +123,9 @@ TEST(ShadowBaseline, MayHoldCommentsBlankLinesAndForeignLineEnds) {
 }
 
 TEST(ShadowBaseline, IsRefusedWithTheLineAndTheReason) {
-  EXPECT_EQ(ReasonToRefuse(""), "line 1: it does not end with a newline, so it may be cut off");
+  EXPECT_EQ(ReasonToRefuse(""), "it is empty");
+  EXPECT_EQ(ReasonToRefuse("# shadowed names, version 1"),
+            "line 1: it does not end with a newline, so it may be cut off");
   EXPECT_EQ(ReasonToRefuse("something\n"), "line 1: it should be \"# shadowed names, version 1\"");
   EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\tf.vnx"),
             "line 3: it does not end with a newline, so it may be cut off");
@@ -137,6 +139,28 @@ TEST(ShadowBaseline, IsRefusedWithTheLineAndTheReason) {
   EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t%4G\tf.vnx\n"), "line 3: \"%4G\" is no name");
   EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\t\tf.vnx\n"), "line 3: \"\" is no name");
   EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf\t\n"), "line 3: \"\" is no place");
+}
+
+TEST(ShadowBaseline, HoldsNoControlCharacters) {
+  using namespace std::string_literals;
+  for (const std::string& byte : {"\0"s, "\1"s, "\r"s, "\x1B"s, "\x7F"s}) {
+    const std::string reason = "line 3: it holds a control character other than a tab";
+    EXPECT_EQ(ReasonToRefuse(kBeginning + "# " + byte + ".\n"), reason);
+    EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a\t./b\tf" + byte + "\tf.vnx\n"), reason);
+    EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t./a" + byte + "\t./b\tf\tf.vnx\n"), reason);
+  }
+}
+
+TEST(ShadowBaseline, TellsNoFolderBelowItsOwnInARoundaboutWay) {
+  for (const std::string folder : {"./", "./..", "./a/../b", "./a/./b", "./a//b", "./a/", "./%2E%2e", "./%2e/a"}) {
+    EXPECT_EQ(ReasonToRefuse(kBeginning + "kind\t" + folder + "\t./b\tf\tf.vnx\n"),
+              "line 3: \"" + folder + "\" is no folder below");
+  }
+}
+
+TEST(ShadowBaseline, MayHoldAnEntryTwice) {
+  const std::string line = "kind\t./a\t./b\tf\tf.vnx\n";
+  EXPECT_EQ(ParseBaseline(kBeginning + line + line, kFolder).size(), 1U);
 }
 
 TEST(ShadowBaseline, ThatIsMissingOrDamagedIsNamed) {
