@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/location_from_text.hpp>
 #include <set>
+#include <stdexcept>
 
 #include "commands.hpp"
 #include "current_folder.hpp"
@@ -42,13 +44,19 @@ bool WarnOfUnreadFiles(const std::vector<ShadowPair>& pairs) {
   return !reasons.empty();
 }
 
-AbsoluteIRI LocationOfBaseline(const std::string& name) {
-  return Quorvex::PathEnvironment::LocationFromText(fl::filesystem::from_bytes(name), CurrentFolder());
+// `verb` is what cannot be done with a malformed one.
+AbsoluteIRI LocationOfBaseline(const std::string& verb, const std::string& name) {
+  const std::u16string text = fl::filesystem::from_bytes(name);
+  try {
+    return Quorvex::PathEnvironment::LocationFromText(text, CurrentFolder());
+  } catch (const foundation::storage::vfs::Exception& failure) {
+    throw std::runtime_error("cannot " + verb + " the baseline " + Quoted(text) + ": " + failure.what());
+  }
 }
 
 // Whether it was written. What could not be read would be missing in it, or stand in it under a grade that is made up.
 bool WriteNewBaseline(const std::string& name, const std::vector<ShadowPair>& pairs, bool isAllRead) {
-  const AbsoluteIRI file = LocationOfBaseline(name);
+  const AbsoluteIRI file = LocationOfBaseline("write", name);
   if (isAllRead) {
     WriteBaseline(AcceptedFor(pairs), file);
   } else {
@@ -76,7 +84,7 @@ bool IsAny(ShadowGrade least, const std::vector<ShadowPair>& pairs) {
 
 ExitStatus RunShadows(const ShadowsOptions& options) {
   std::optional<AcceptedShadows> accepted;
-  if (options.baseline) accepted = ReadBaseline(LocationOfBaseline(*options.baseline));
+  if (options.baseline) accepted = ReadBaseline(LocationOfBaseline("use", *options.baseline));
 
   const LoadedPath path = LoadPath(options.path);
   ShadowsReport report{{}, TroublesOf(path), std::nullopt};
