@@ -1,8 +1,5 @@
 #include "shadow_baseline_file.hpp"
 
-#include <unistd.h>
-
-#include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/whole_file.hpp>
@@ -71,31 +68,6 @@ AcceptedShadows SpelledFrom(const AbsoluteIRI& folder, const AcceptedShadows& sh
   return accepted;
 }
 
-// Beside the file, and nobody else's.
-AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
-  return file.getParent().getChild(file.getName() +
-                                   fl::filesystem::from_bytes('.' + std::to_string(::getpid()) + ".draft"));
-}
-
-// What is left of a draft is of no use. The failure that led here is the one to be told.
-void SweepDraft(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
-  try {
-    Quorvex::PathEnvironment::RemoveIfThere(storage, draft);
-  } catch (const Exception& failure) {
-    WriteWarning(InWords(failure));
-  }
-}
-
-void Replace(const IStorageProvider& storage, const AbsoluteIRI& file, const std::string& text) {
-  try {
-    Quorvex::PathEnvironment::ReplaceWholeFile(storage, file, DraftOf(file), {text},
-                                               Quorvex::PathEnvironment::Durability::Whole);
-  } catch (const Exception&) {
-    SweepDraft(storage, DraftOf(file));
-    throw;
-  }
-}
-
 }  // namespace
 
 AcceptedShadows ReadBaseline(const AbsoluteIRI& file) {
@@ -115,7 +87,8 @@ void WriteBaseline(const AcceptedShadows& shadows, const AbsoluteIRI& file) {
     }
     const AbsoluteIRI place = storage->CanonicalLocation(file);
     RequireBaselineOrNothing(BytesOf(*storage, place));
-    Replace(*storage, place, BaselineText(SpelledFrom(place.getParent(), shadows), place.getParent()));
+    const std::string text = BaselineText(SpelledFrom(place.getParent(), shadows), place.getParent());
+    Quorvex::PathEnvironment::ReplaceWholeFile(*storage, place, {text}, Quorvex::PathEnvironment::Durability::Whole);
   });
 }
 
