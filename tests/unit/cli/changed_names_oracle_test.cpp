@@ -88,7 +88,7 @@ class EveryName {
     for (const std::u16string& extension : kTried) {
       if (!fullName.ends_with(extension) || fullName.size() == extension.size()) continue;
       const std::u16string base = fullName.substr(0, fullName.size() - extension.size());
-      const std::u16string typed = base.find(u'.') == std::u16string::npos ? base : fullName;
+      const std::u16string typed = base.find(u'.', 1) == std::u16string::npos ? base : fullName;
       const bool isSameName = (*entry.GetFilenameComparator(FilenameMatchingPolicy::Native))(base + u"/", folders);
       const bool answersForClass = entry.GetEntryType() == PathEntryType::Class && isSameName;
       names_.insert(answersForClass ? typed : folders + typed);
