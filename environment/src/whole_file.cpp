@@ -12,6 +12,7 @@ namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::Exception;
+using foundation::storage::vfs::FileKind;
 using foundation::storage::vfs::IReadableFile;
 using foundation::storage::vfs::IStorageProvider;
 using foundation::storage::vfs::WriteMode;
@@ -52,6 +53,15 @@ void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, cons
 AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
   const std::string ending = '.' + std::to_string(::getpid()) + ".draft";
   return file.getParent().getChild(file.getName() + fl::filesystem::from_bytes(ending));
+}
+
+// A device or a FIFO would be gone for good.
+void RequireReplaceable(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  const auto refuse = [&file](std::string_view reason) {
+    throw Exception("replace", file, std::make_error_code(std::errc::operation_not_supported), reason);
+  };
+  if (IsLinkToNowhere(storage, file)) refuse("it is a link that leads nowhere");
+  if (IsThere(storage, file) && storage.Stat(file).kind != FileKind::File) refuse("it is no regular file");
 }
 
 // Whether it is gone. Whatever fails here, the failure that led here is the one to be told.
@@ -108,6 +118,7 @@ void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, 
 
 void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, const Pieces& pieces,
                       Durability durability) {
+  RequireReplaceable(storage, file);
   const AbsoluteIRI place = storage.CanonicalLocation(file);
   try {
     ReplaceWholeFile(storage, place, DraftOf(place), pieces, durability);

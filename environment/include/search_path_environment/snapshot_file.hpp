@@ -16,8 +16,8 @@ ReadSnapshotFile(const foundation::storage::vfs::StorageSystemReference& storage
                  const foundation::storage::vfs::AbsoluteIRI& file, const FolderPath* predecessor = nullptr);
 
 /// Puts `snapshot` in the place of what `file` held, in one step and flushed: on failure, and to whoever looks
-/// meanwhile, the old file is whole. Where `file` is a link, what it leads to is replaced. Throws the storage layer's
-/// Exception. O(n).
+/// meanwhile, the old file is whole. Where `file` is a link, what it leads to is replaced. Refuses what is there and
+/// neither a snapshot nor empty. Throws the storage layer's Exception. O(n).
 SEARCH_PATH_ENVIRONMENT_EXPORT void WriteSnapshotFile(const foundation::storage::vfs::StorageSystemReference& storage,
                                                       const foundation::storage::vfs::AbsoluteIRI& file,
                                                       const PathSnapshot& snapshot);

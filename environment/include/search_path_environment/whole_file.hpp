@@ -36,7 +36,8 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const Pieces& pieces, Durability durability);
 
 /// The same by way of a draft that bears this process's number; on failure that is swept. Where `file` is a link, what
-/// it leads to is replaced.
+/// it leads to is replaced. Refuses what is there and no regular file, and a link that leads nowhere, with
+/// std::errc::operation_not_supported.
 SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::vfs::IStorageProvider& storage,
                                                      const foundation::storage::vfs::AbsoluteIRI& file,
                                                      const Pieces& pieces, Durability durability);

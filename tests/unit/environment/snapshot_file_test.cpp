@@ -69,6 +69,28 @@ TEST_F(ASnapshotFile, NamesTheFileAndTheLineThatIsDamaged) {
                                "path, or it was cut off")))));
 }
 
+TEST_F(ASnapshotFile, TakesThePlaceOfASnapshotOrOfAnEmptyFileOnly) {
+  ReplaceWholeFile(storage_.GetProvider(), file_, {""}, Durability::Whole);
+  WriteSnapshotFile(System(), file_, SnapshotOf({u"/a"}));
+  WriteSnapshotFile(System(), file_, SnapshotOf({u"/b"}));
+  EXPECT_EQ(ReadSnapshotFile(System(), file_).ToBytes(), SnapshotOf({u"/b"}).ToBytes());
+
+  ReplaceWholeFile(storage_.GetProvider(), file_, {"somebody's work"}, Durability::Whole);
+  EXPECT_THAT([&] { WriteSnapshotFile(System(), file_, SnapshotOf({u"/a"})); },
+              Throws<Exception>(Property(&Exception::GetError, std::errc::file_exists)));
+  EXPECT_EQ(ReadWholeFile(storage_.GetProvider(), file_), "somebody's work");
+}
+
+TEST_F(ASnapshotFile, TakesThePlaceOfNoFolderAndNoLinkThatLeadsNowhere) {
+  storage_.WithFolders({u"/kept/folder"}).WithLink(u"/kept/link", u"/nowhere");
+
+  for (const auto* const name : {u"/kept/folder", u"/kept/link"}) {
+    EXPECT_THAT([&] { WriteSnapshotFile(System(), InMemory(name), SnapshotOf({u"/a"})); },
+                Throws<Exception>(Property(&Exception::GetError, std::errc::operation_not_supported)));
+  }
+  EXPECT_EQ(FilesBeside(), 2U);
+}
+
 TEST_F(ASnapshotFile, IsTheOldOneStillWhateverFailsWhileANewOneIsWritten) {
   const PathSnapshot old = SnapshotOf({u"/a"});
   const PathSnapshot other = SnapshotOf({u"/b"});
