@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "bare_path.hpp"
 #include "cases.hpp"
 #include "compared.hpp"
 #include "counted_allocations.hpp"
@@ -22,53 +23,13 @@ namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathManagement::ComparisonFilter;
-using Quorvex::PathManagement::FilenameComparator;
-using Quorvex::PathManagement::FilenameMatchingPolicy;
-using Quorvex::PathManagement::IPathEntry;
-using Quorvex::PathManagement::PathEntryCallback;
-using Quorvex::PathManagement::PathEntryType;
 using Quorvex::PathManagement::PathEntryVectorDifferentiator;
-using Quorvex::PathManagement::PathItem;
-using Quorvex::PathManagement::SearchScope;
-using Quorvex::PathManagement::detail::SearchTarget;
-
-using EntryPtr = std::shared_ptr<const IPathEntry>;
-using EntryPtrs = std::vector<EntryPtr>;
 
 constexpr std::size_t kEntries = 1'000'000;
 constexpr std::size_t kChanges = kEntries / 100;
 constexpr double kLimitOfFewChanges = 1.0;
 constexpr double kLimitOfShuffled = 4.0;
 constexpr double kLimitOfBytes = 64.0;
-
-// A folder in which there is nothing.
-class EmptyEntry final : public IPathEntry {
- public:
-  explicit EmptyEntry(AbsoluteIRI location) : location_(std::move(location)) {}
-
-  [[nodiscard]] PathEntryType GetEntryType() const override { return PathEntryType::Main; }
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> GetItems() const override {
-    return std::make_shared<const std::vector<std::shared_ptr<const PathItem>>>();
-  }
-  [[nodiscard]] AbsoluteIRI GetAbsoluteIRI() const override { return location_; }
-  [[nodiscard]] EntryPtr GetPrivateEntry() const override { return nullptr; }
-  [[nodiscard]] EntryPtr GetSecondSingleEntry() const override { return nullptr; }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetFirstEntryGroup() const override { return NoEntries(); }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetSecondEntryGroup() const override { return NoEntries(); }
-  [[nodiscard]] std::shared_ptr<const EntryPtrs> GetThirdEntryGroup() const override { return NoEntries(); }
-  [[nodiscard]] std::shared_ptr<const PathItem> FindFirst(const SearchTarget&, FilenameMatchingPolicy) const override {
-    return nullptr;
-  }
-  bool ForEachEntryInScope(SearchScope, const PathEntryCallback&) const override { return false; }
-  [[nodiscard]] std::shared_ptr<const FilenameComparator> GetFilenameComparator(FilenameMatchingPolicy) const override {
-    return nullptr;
-  }
-
- private:
-  static std::shared_ptr<const EntryPtrs> NoEntries() { return std::make_shared<const EntryPtrs>(); }
-
-  AbsoluteIRI location_;
-};
 
 std::mt19937_64& Chance() {
   static std::mt19937_64 chance(20261121);
@@ -77,13 +38,13 @@ std::mt19937_64& Chance() {
 
 EntryPtr EntryAt(std::size_t number) {
   const std::string name = std::to_string(number);
-  return std::make_shared<EmptyEntry>(AbsoluteIRI(u"file:///folders/" + std::u16string(name.begin(), name.end())));
+  return BareEntryAt(AbsoluteIRI(u"file:///folders/" + std::u16string(name.begin(), name.end())));
 }
 
 // In an order that is not that of their addresses.
-const EntryPtrs& OldEntries() {
-  static const EntryPtrs entries = [] {
-    EntryPtrs made;
+const Entries& OldEntries() {
+  static const Entries entries = [] {
+    Entries made;
     made.reserve(kEntries);
     for (std::size_t number = 0; number < kEntries; ++number) made.push_back(EntryAt(number));
     std::shuffle(made.begin(), made.end(), Chance());
@@ -98,19 +59,19 @@ std::vector<std::size_t> PositionsToChange() {
   return positions;
 }
 
-EntryPtrs SomeReplaced() {
-  EntryPtrs entries = OldEntries();
+Entries SomeReplaced() {
+  Entries entries = OldEntries();
   for (const std::size_t position : PositionsToChange()) {
-    entries[position] = std::make_shared<EmptyEntry>(entries[position]->GetAbsoluteIRI());
+    entries[position] = BareEntryAt(entries[position]->GetAbsoluteIRI());
   }
   return entries;
 }
 
 // Each of the chosen comes to stand before the entry at another random place.
-EntryPtrs SomeMoved() {
-  EntryPtrs moved;
-  std::vector<EntryPtrs> before(kEntries);
-  EntryPtrs entries = OldEntries();
+Entries SomeMoved() {
+  Entries moved;
+  std::vector<Entries> before(kEntries);
+  Entries entries = OldEntries();
   for (const std::size_t position : PositionsToChange()) {
     if (entries[position]) before[Chance()() % kEntries].push_back(std::move(entries[position]));
   }
@@ -121,8 +82,8 @@ EntryPtrs SomeMoved() {
   return moved;
 }
 
-EntryPtrs Shuffled() {
-  EntryPtrs entries = OldEntries();
+Entries Shuffled() {
+  Entries entries = OldEntries();
   std::shuffle(entries.begin(), entries.end(), Chance());
   return entries;
 }
@@ -130,20 +91,20 @@ EntryPtrs Shuffled() {
 struct ComparisonCase {
   std::string name;
   double limit;
-  std::function<EntryPtrs()> newEntries;
+  std::function<Entries()> newEntries;
 };
 
-void SortByAddress(EntryPtrs& entries) {
+void SortByAddress(Entries& entries) {
   std::sort(entries.begin(), entries.end(),
             [](const EntryPtr& left, const EntryPtr& right) { return std::less<>()(left.get(), right.get()); });
 }
 
 // How many objects both hold.
-std::size_t CountCommon(const EntryPtrs& left, const EntryPtrs& right) {
+std::size_t CountCommon(const Entries& left, const Entries& right) {
   std::size_t common = 0;
   for (auto l = left.begin(), r = right.begin(); l != left.end() && r != right.end();) {
-    const IPathEntry* const leftEntry = l->get();
-    const IPathEntry* const rightEntry = r->get();
+    const auto* const leftEntry = l->get();
+    const auto* const rightEntry = r->get();
     if (leftEntry == rightEntry) ++common;
     if (!std::less<>()(rightEntry, leftEntry)) ++l;
     if (!std::less<>()(leftEntry, rightEntry)) ++r;
@@ -155,12 +116,12 @@ std::size_t CountCommon(const EntryPtrs& left, const EntryPtrs& right) {
 // every entry while the clock runs.
 std::function<void(benchmark::State&)> SortingBoth(const ComparisonCase& comparison) {
   return [comparison](benchmark::State& state) {
-    const EntryPtrs newEntries = comparison.newEntries();
+    const Entries newEntries = comparison.newEntries();
     for (auto unused : state) {
       static_cast<void>(unused);
       state.PauseTiming();
-      auto left = std::make_unique<EntryPtrs>(OldEntries());
-      auto right = std::make_unique<EntryPtrs>(newEntries);
+      auto left = std::make_unique<Entries>(OldEntries());
+      auto right = std::make_unique<Entries>(newEntries);
       state.ResumeTiming();
       SortByAddress(*left);
       SortByAddress(*right);
@@ -175,13 +136,13 @@ std::function<void(benchmark::State&)> SortingBoth(const ComparisonCase& compari
 
 std::function<void(benchmark::State&)> Comparing(const ComparisonCase& comparison) {
   return [comparison](benchmark::State& state) {
-    const EntryPtrs newEntries = comparison.newEntries();
+    const Entries newEntries = comparison.newEntries();
     for (auto unused : state) {
       static_cast<void>(unused);
       state.PauseTiming();
       auto changes = std::make_unique<PathEntryVectorDifferentiator>();
-      EntryPtrs left = OldEntries();
-      EntryPtrs right = newEntries;
+      Entries left = OldEntries();
+      Entries right = newEntries;
       state.ResumeTiming();
       changes->Compare(std::move(left), std::move(right), ComparisonFilter::MainEntriesOnly);
       state.PauseTiming();
@@ -194,7 +155,7 @@ std::function<void(benchmark::State&)> Comparing(const ComparisonCase& compariso
 // All that is allocated from the call to its end, the copies of both vectors included.
 std::function<void(benchmark::State&)> CountingBytes(const ComparisonCase& comparison) {
   return [comparison](benchmark::State& state) {
-    const EntryPtrs newEntries = comparison.newEntries();
+    const Entries newEntries = comparison.newEntries();
     for (auto unused : state) {
       static_cast<void>(unused);
       PathEntryVectorDifferentiator changes;
