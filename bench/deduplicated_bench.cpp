@@ -23,7 +23,7 @@ constexpr double kLimit = 1.5;
 
 AbsoluteIRI LocationOf(std::size_t number) {
   const std::string digits = std::to_string(number);
-  return AbsoluteIRI(u"file:///work/toolboxes/folder" + std::u16string(digits.begin(), digits.end()));
+  return AbsoluteIRI(u"file:///toolboxes/folder" + std::u16string(digits.begin(), digits.end()));
 }
 
 // Every third location is one that stands elsewhere, too; in random order, as objects that know nothing of each other.
