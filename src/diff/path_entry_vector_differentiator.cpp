@@ -13,9 +13,10 @@ namespace {
 using EntryPtr = std::shared_ptr<const IPathEntry>;
 using EntryPtrs = std::vector<EntryPtr>;
 
+// One by one: where memory ends, what fitted stays.
 template <class Iterator>
 void Append(EntryPtrs& all, Iterator begin, Iterator end) {
-  all.insert(all.end(), begin, end);
+  std::copy(begin, end, std::back_inserter(all));
 }
 
 // The same with what nobody needs any more. Without a copy where there is nothing yet.
