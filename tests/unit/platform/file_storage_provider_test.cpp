@@ -148,8 +148,9 @@ TEST_F(FileStorageTest, LeavesNoDescriptorOpen) {
 
 TEST_F(FileStorageTest, LocksTheFileThatBearsTheNameEvenIfAnotherDidWhileItWaited) {
   auto first = storage_.Lock(At("lock"), 0ms);
+  const auto openBefore = CountOpenDescriptors();
   auto waiting = std::async(std::launch::async, [this] { return storage_.Lock(At("lock"), 10s); });
-  std::this_thread::sleep_for(20ms);  // until it has most likely opened the file
+  while (CountOpenDescriptors() <= openBefore) std::this_thread::yield();  // it waits with the old file open
   std::filesystem::remove(PathOf("lock"));
   first.reset();
 
