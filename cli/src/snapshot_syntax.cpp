@@ -28,8 +28,8 @@ CommandSyntax AddSnapshot(CLI::App& app) {
   AddUnreadableIsFailureFlag(command, options->strict);
   command.footer(
       "FILE answers which, why, match and files under --snapshot, later or on another machine, and 'vornixpath\n"
-      "compare' tells what has changed since. Only names are kept, not what stands in the files. A FILE that is there\n"
-      "already is replaced.\n"
+      "compare' tells what has changed since. Only names are kept, not what stands in the files. A snapshot that is\n"
+      "there already is replaced, nothing else is.\n"
       "Exit status: 0 written, 2 wrong usage, 3 written, but see --strict, 4 could not work.\n\n"
       "  vornixpath snapshot monday.snapshot --path ~/toolbox:~/more");
   return {&command, [options](const Positionals& positionals) {
