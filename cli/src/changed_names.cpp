@@ -77,7 +77,7 @@ class Gathering {
   // Even without a file of its name a class folder may decide what the name means.
   void AddNameOfClass(const NamePlace& place, LetterCase letterCase) {
     const std::u16string_view name = FolderName(place);
-    if (!IsClassInNoPackage(place) || name.find(u'.') != std::u16string_view::npos) return;
+    if (!IsClassInNoPackage(place) || name.find(u'.', 1) != std::u16string_view::npos) return;
     hashes_.insert(HashOf(FoldedHash(), name));
     if (letterCase == LetterCase::Counts) names_.emplace(name);
   }

@@ -79,6 +79,13 @@ TEST(ChangedNames, NameAFileWithADotByItsExtensionToo) {
   EXPECT_THAT(Changed(storage, {}, {u"/new"}), ElementsAre("a.b.vnx: nothing -> memory:///new/a.b.vnx"));
 }
 
+TEST(ChangedNames, CountNamesThatBeginWithADot) {
+  const MemoryStorage storage = std::move(MemoryStorage().WithFiles({u"/a/@.h/.h.vnx", u"/a/@.h/m.vnx", u"/b/.h.vnx"}));
+
+  EXPECT_THAT(Changed(storage, {u"/b"}, {u"/a", u"/b"}), ElementsAre(".h: memory:///b/.h.vnx -> memory:///a/@.h/.h.vnx",
+                                                                     ".h/m: nothing -> memory:///a/@.h/m.vnx"));
+}
+
 TEST(ChangedNames, AreNoneWhereAFolderHoldsNothingThatIsVisible) {
   const MemoryStorage storage = std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx"}));
 
