@@ -165,6 +165,29 @@ TEST_P(StorageContract, ListsAFolderWithItsModificationTime) {
   EXPECT_EQ(Storage().List(Folder()).modificationTime, Storage().Stat(Folder()).modificationTime);
 }
 
+TEST_P(StorageContract, ListsAFolderWithItsChangeTime) {
+  EXPECT_EQ(Storage().List(Folder()).changeTime, Storage().Stat(Folder()).changeTime);
+}
+
+TEST_P(StorageContract, GivesNoChangeThatAListingMissedAnEarlierTime) {
+  for (char16_t name = u'a'; name <= u'z'; ++name) {
+    const FileTime readAt = Storage().List(Folder()).readAt;
+    Write(At(std::u16string(1, name)), "");
+    EXPECT_GE(Storage().Stat(Folder()).modificationTime, readAt);
+    EXPECT_GE(Storage().Stat(Folder()).changeTime, readAt);
+  }
+}
+
+TEST_P(StorageContract, TellsWhichEntriesAreLinks) {
+  Write(At(u"file"), "");
+  Storage().CreateFolder(At(u"folder"));
+  AddLink(u"toFile", u"file");
+  AddLink(u"toFolder", u"folder");
+  AddLink(u"dangling", u"missing");
+
+  EXPECT_THAT(Storage().List(Folder()).links, testing::UnorderedElementsAre(u"toFile", u"toFolder", u"dangling"));
+}
+
 TEST_P(StorageContract, CannotListWhatIsNoFolder) {
   Write(At(u"file"), "");
 

@@ -4,11 +4,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/file_storage_provider.hpp>
 #include <foundation/storage/vfs/iri_conversion.hpp>
 #include <memory>
+#include <ratio>
 #include <string_view>
 
 #include "native_file.hpp"
@@ -31,14 +34,31 @@ Descriptor OpenFolder(const Operation& operation) {
   return folder;
 }
 
+/// What the system stamps files with: a clock that stands still between two ticks.
+FileTime ClockOfFileTimes() {
+  struct timespec now {};
+  ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+  return detail::FileTimeOf(now);
+}
+
+/// `time` as a storage that stamps in whole seconds, or in every other, would have stamped it, if `stamps` look as if
+/// it did.
+FileTime AsCoarseAs(const struct stat& stamps, FileTime time) {
+  const bool hasFractions = stamps.st_mtim.tv_nsec != 0 || stamps.st_ctim.tv_nsec != 0;
+  return hasFractions ? time : std::chrono::floor<std::chrono::duration<std::int64_t, std::ratio<2>>>(time);
+}
+
 /// Reads one folder, entry by entry.
 class FolderReader {
  public:
   explicit FolderReader(const Operation& operation) : operation_(operation), stream_(nullptr, &::closedir) {
+    const FileTime begin = ClockOfFileTimes();
     Descriptor folder = OpenFolder(operation);
     const struct stat status = StatusOf(operation, folder);
     listing_.identity = detail::IdentityOf(status);
     listing_.modificationTime = detail::ModificationTimeOf(status);
+    listing_.changeTime = detail::ChangeTimeOf(status);
+    listing_.readAt = AsCoarseAs(status, begin);
     stream_.reset(::fdopendir(folder.Get()));
     if (!stream_) operation.Fail(SystemError());
     descriptor_ = folder.Release();  // the stream's from here on
@@ -83,6 +103,7 @@ class FolderReader {
   }
 
   void AddLink(const char* name) {
+    listing_.links.push_back(fl::filesystem::from_bytes(name));
     struct stat status {};
     if (::fstatat(descriptor_, name, &status, 0) == 0) return Add(name, detail::KindOf(status));
     const bool leadsNowhere = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;
@@ -137,7 +158,7 @@ FileStatus FileStorageProvider::Stat(const AbsoluteIRI& location) const {
   struct stat status {};
   if (::stat(NativeNameOf(location).c_str(), &status) == -1) operation.Fail(SystemError());
   return {detail::KindOf(status), static_cast<std::uint64_t>(status.st_size), detail::ModificationTimeOf(status),
-          detail::IdentityOf(status)};
+          detail::ChangeTimeOf(status), detail::IdentityOf(status)};
 }
 
 AbsoluteIRI FileStorageProvider::CanonicalLocation(const AbsoluteIRI& location) const {

@@ -173,7 +173,12 @@ FolderListing MemoryTree::List(const Operation& operation) const {
   FolderListing listing;
   listing.identity = {device_, place.node->inode};
   listing.modificationTime = place.node->modificationTime;
-  for (const auto& [key, child] : folder->children) listing.entries.push_back({child.name, KindOf(place, child)});
+  listing.changeTime = place.node->modificationTime;
+  listing.readAt = Now();
+  for (const auto& [key, child] : folder->children) {
+    listing.entries.push_back({child.name, KindOf(place, child)});
+    if (child.node->AsLink() != nullptr) listing.links.push_back(child.name);
+  }
   return listing;
 }
 
@@ -181,7 +186,11 @@ FileStatus MemoryTree::Stat(const Operation& operation) const {
   const std::lock_guard lock(mutex_);
   MemoryNode& node = *Find(operation, LastLink::Followed).node;
   const MemoryFile* file = node.AsFile();
-  return {node.GetKind(), file == nullptr ? 0 : file->bytes->size(), node.modificationTime, {device_, node.inode}};
+  return {node.GetKind(),
+          file == nullptr ? 0 : file->bytes->size(),
+          node.modificationTime,
+          node.modificationTime,
+          {device_, node.inode}};
 }
 
 AbsoluteIRI MemoryTree::CanonicalLocation(const Operation& operation) const {
@@ -350,7 +359,7 @@ FileKind MemoryTree::KindOf(const Place& folder, const MemoryFolder::Child& chil
   return target.node ? target.node->GetKind() : FileKind::Other;
 }
 
-FileTime MemoryTree::Now() {
+FileTime MemoryTree::Now() const {
   // Two changes never have the same time, however coarse the clock.
   lastTime_ = std::max(lastTime_ + std::chrono::nanoseconds(1), FileTime(std::chrono::system_clock::now()));
   return lastTime_;

@@ -67,7 +67,7 @@ class MemoryTree {
   [[nodiscard]] MemoryNodePtr FindFile(const Operation& operation) const;
   [[nodiscard]] FileKind KindOf(const Place& folder, const MemoryFolder::Child& child) const;
 
-  [[nodiscard]] FileTime Now();
+  [[nodiscard]] FileTime Now() const;
   MemoryNodePtr Put(const Place& place, decltype(MemoryNode::content) content);
   void Take(const Place& place);
   void MakeFolders(const Operation& operation, const std::vector<std::u16string>& names);
@@ -79,7 +79,7 @@ class MemoryTree {
   mutable std::mutex mutex_;
   std::condition_variable unlocked_;
   std::uint64_t lastInode_ = 0;
-  FileTime lastTime_;
+  mutable FileTime lastTime_;
   MemoryNodePtr root_;
 };
 

@@ -124,9 +124,12 @@ FileKind KindOf(const struct stat& status) noexcept {
 
 FileIdentity IdentityOf(const struct stat& status) noexcept { return {status.st_dev, status.st_ino}; }
 
-FileTime ModificationTimeOf(const struct stat& status) noexcept {
-  return FileTime(std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec));
+FileTime FileTimeOf(const struct timespec& time) noexcept {
+  return FileTime(std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec));
 }
+
+FileTime ModificationTimeOf(const struct stat& status) noexcept { return FileTimeOf(status.st_mtim); }
+FileTime ChangeTimeOf(const struct stat& status) noexcept { return FileTimeOf(status.st_ctim); }
 
 struct stat StatusOf(const Operation& operation, const Descriptor& descriptor) {
   struct stat status {};

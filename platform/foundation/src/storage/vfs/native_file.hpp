@@ -46,7 +46,9 @@ class Descriptor {
 
 [[nodiscard]] FileKind KindOf(const struct stat& status) noexcept;
 [[nodiscard]] FileIdentity IdentityOf(const struct stat& status) noexcept;
+[[nodiscard]] FileTime FileTimeOf(const struct timespec& time) noexcept;
 [[nodiscard]] FileTime ModificationTimeOf(const struct stat& status) noexcept;
+[[nodiscard]] FileTime ChangeTimeOf(const struct stat& status) noexcept;
 
 /// The status of what is open as `descriptor`.
 [[nodiscard]] struct stat StatusOf(const Operation& operation, const Descriptor& descriptor);

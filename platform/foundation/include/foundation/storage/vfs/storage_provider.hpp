@@ -55,12 +55,16 @@ struct FolderListing {
   std::vector<ListingProblem> problems;
   FileIdentity identity;      ///< the folder's own
   FileTime modificationTime;  ///< the folder's own, read before its entries were
+  FileTime changeTime;        ///< likewise
+  FileTime readAt;            ///< no change that the listing missed bears an earlier time than this
+  std::vector<std::u16string> links;  ///< those of the entries that are links, so that their kinds are other folders'
 };
 
 struct FileStatus {
   FileKind kind = FileKind::Other;
   std::uint64_t size = 0;
   FileTime modificationTime;
+  FileTime changeTime;  ///< also of what else there is to know of it, its rights for one; nobody can set it back
   FileIdentity identity;
 };
 
