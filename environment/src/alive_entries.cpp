@@ -16,7 +16,10 @@ AliveEntries::EntryPtr AliveEntries::Find(const AbsoluteIRI& location) const {
 AliveEntries::EntryPtr AliveEntries::Settle(EntryPtr entry) {
   // Compared outside the lock: entries never change, and a large one takes its time.
   EntryPtr known = Find(entry->GetLocation());
-  if (known && known->HoldsTheSameAs(*entry)) return known;
+  if (known && known->HoldsTheSameAs(*entry)) {
+    known->RenewProofs(*entry);
+    return known;
+  }
 
   const std::scoped_lock lock(mutex_);
   if (entries_.size() >= sizeToSweepAt_) SweepOutTheDead();

@@ -57,7 +57,8 @@ struct FolderEntry::State {
         packages(GroupOf(contents.subfolders.packages)),
         privateEntry(std::move(contents.subfolders.privateEntry)),
         resources(std::move(contents.subfolders.resources)),
-        problems(std::move(contents.problems)) {}
+        problems(std::move(contents.problems)),
+        proof(std::make_shared<const FolderProof>(std::move(contents.proof))) {}
 
   AbsoluteIRI canonicalLocation;
   PathEntryType kind;
@@ -70,8 +71,9 @@ struct FolderEntry::State {
   EntryPtr resources;
   std::vector<PathProblem> problems;
 
-  mutable std::mutex itemsMutex;
+  mutable std::mutex mutex;  // of what follows
   mutable std::weak_ptr<const Items> items;
+  mutable std::shared_ptr<const FolderProof> proof;
 };
 
 FolderEntry::FolderEntry(CreationKey /*key*/, const AbsoluteIRI& location, std::unique_ptr<const State> state) noexcept
@@ -98,7 +100,7 @@ const std::vector<FolderEntryPtr>& FolderEntry::GetChildren() const noexcept { r
 const FolderNames& FolderEntry::GetNames() const noexcept { return state_->names; }
 
 std::shared_ptr<const FolderEntry::Items> FolderEntry::GetItems() const {
-  const std::scoped_lock lock(state_->itemsMutex);
+  const std::scoped_lock lock(state_->mutex);
   if (auto alive = state_->items.lock()) return alive;
 
   // One block holds all items; the pointers into it share its count, so that an item kept by a caller keeps the block.
@@ -195,6 +197,23 @@ bool FolderEntry::HoldsTheSameAs(const FolderEntry& other) const {
          std::equal(
              mine.children.begin(), mine.children.end(), theirs.children.begin(), theirs.children.end(),
              [](const FolderEntryPtr& left, const FolderEntryPtr& right) { return left->HoldsTheSameAs(*right); });
+}
+
+std::shared_ptr<const FolderProof> FolderEntry::GetProof() const {
+  const std::scoped_lock lock(state_->mutex);
+  return state_->proof;
+}
+
+void FolderEntry::RenewProofs(const FolderEntry& later) const {
+  if (this == &later) return;
+  auto proof = later.GetProof();
+  {
+    const std::scoped_lock lock(state_->mutex);
+    state_->proof = std::move(proof);
+  }
+  for (std::size_t i = 0; i < state_->children.size(); ++i) {
+    state_->children[i]->RenewProofs(*later.state_->children[i]);
+  }
 }
 
 bool FolderEntry::ComparesExactly(FilenameMatchingPolicy policy) const noexcept {

@@ -7,6 +7,8 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <search_path_utilities/lookup.hpp>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "special_subfolders.hpp"
@@ -20,6 +22,7 @@ using foundation::storage::vfs::FileIdentity;
 using foundation::storage::vfs::FileKind;
 using foundation::storage::vfs::FolderListing;
 using foundation::storage::vfs::IStorageProvider;
+using foundation::storage::vfs::ListedEntry;
 using foundation::storage::vfs::ListingProblem;
 using foundation::storage::vfs::StorageSystemReference;
 using PathManagement::PathEntryType;
@@ -29,6 +32,19 @@ ProblemKind KindOf(const std::error_code& error) {
   if (error == std::errc::no_such_file_or_directory) return ProblemKind::Missing;
   if (error == std::errc::not_a_directory) return ProblemKind::NotAFolder;
   return ProblemKind::Unreadable;
+}
+
+std::vector<LinkedEntry> LinkedEntriesOf(const FolderListing& listing) {
+  std::vector<LinkedEntry> links;
+  if (listing.links.empty()) return links;
+  std::unordered_map<std::u16string_view, FileKind> kinds;
+  for (const ListedEntry& entry : listing.entries) kinds.emplace(entry.name, entry.kind);
+  for (const std::u16string& name : listing.links) {
+    if (const auto kind = kinds.find(name); kind != kinds.end()) links.push_back({name, kind->second});
+  }
+  std::sort(links.begin(), links.end(),
+            [](const LinkedEntry& left, const LinkedEntry& right) { return left.name < right.name; });
+  return links;
 }
 
 bool IsByLocation(const PathProblem& left, const PathProblem& right) { return left.location < right.location; }
@@ -50,6 +66,7 @@ class Reader {
       KeepingProblems(contents, [&] { isLoop = !ReadInto(contents, previous); });
     }
     if (isLoop) return nullptr;
+    Conclude(contents);
 
     // Storage lists in no order; people and programs want the same report each time.
     std::stable_sort(contents.problems.begin(), contents.problems.end(), IsByLocation);
@@ -85,10 +102,35 @@ class Reader {
     }
   }
 
+  // What the proof is worth: only a reading without trouble, or nothing where there is none, can be proven later.
+  void Conclude(FolderEntry::Contents& contents) const {
+    FolderProof& proof = contents.proof;
+    const auto& problems = contents.problems;
+    if (problems.empty()) {
+      proof.finding = FolderProof::Finding::Folder;
+    } else if (problems.size() == 1 && problems[0].kind == ProblemKind::Missing &&
+               problems[0].location == contents.location) {
+      proof.finding = FolderProof::Finding::Missing;
+    } else if (proof.stamp == FolderStamp()) {
+      proof.stamp.identity = IdentityIfKnown(contents.location);
+    }
+  }
+
+  FileIdentity IdentityIfKnown(const AbsoluteIRI& location) const {
+    try {
+      return provider_.Stat(location).identity;
+    } catch (const StorageException&) {
+      return {};  // why it cannot be read is known already
+    }
+  }
+
   bool ReadInto(FolderEntry::Contents& contents, const FolderEntry* previous) {
     FolderListing listing = provider_.List(contents.location);
     if (std::find(branch_.begin(), branch_.end(), listing.identity) != branch_.end()) return false;
 
+    contents.proof.stamp = {listing.identity, listing.modificationTime, listing.changeTime};
+    contents.proof.readAt = listing.readAt;
+    contents.proof.links = LinkedEntriesOf(listing);
     KeepingProblems(contents,
                     [&] { contents.comparesNamesExactly = provider_.ComparesNamesExactly(contents.location); });
     for (const ListingProblem& problem : listing.problems) {

@@ -65,7 +65,9 @@ FormerEntries::EntryPtr FormerEntries::Find(const foundation::storage::vfs::Abso
 
 FormerEntries::EntryPtr FormerEntries::FormerIfEqual(const EntryPtr& entry) const {
   EntryPtr former = Find(entry->GetLocation());
-  return former && former->HoldsTheSameAs(*entry) ? former : entry;
+  if (!former || !former->HoldsTheSameAs(*entry)) return entry;
+  former->RenewProofs(*entry);
+  return former;
 }
 
 }  // namespace Quorvex::PathEnvironment

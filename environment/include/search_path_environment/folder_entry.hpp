@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <search_path_environment/export.hpp>
+#include <search_path_environment/folder_proof.hpp>
 #include <search_path_environment/path_problem.hpp>
 #include <search_path_interfaces/path_entry.hpp>
 #include <string>
@@ -43,6 +44,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
     std::vector<std::u16string> files;  ///< full file names, in any order
     SpecialSubfolders subfolders;
     std::vector<PathProblem> problems;  ///< of this folder alone
+    FolderProof proof = {};             ///< of this folder alone
   };
 
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents);
@@ -101,6 +103,12 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
 
   /// What went wrong while this folder, not those below it, was read; positions are 0.
   [[nodiscard]] const std::vector<PathProblem>& GetProblems() const noexcept;
+
+  /// What proves that this folder, not those below it, still holds what was found in it.
+  [[nodiscard]] std::shared_ptr<const FolderProof> GetProof() const;
+
+  /// Takes over the proofs of `later`, which holds the same and was read after this entry, in depth.
+  void RenewProofs(const FolderEntry& later) const;
 
   /// The entries directly below this one, in walk order.
   [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetChildren() const noexcept;
