@@ -4,14 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <support/allocations.hpp>
 #include <support/call_log.hpp>
 
-#include "allocations.hpp"
 #include "made_entry.hpp"
 
 namespace Quorvex::PathManagement::diff_tests {
 namespace {
 
+using support::Allocations;
 using support::InjectedFailure;
 using testing::ElementsAre;
 using testing::IsEmpty;

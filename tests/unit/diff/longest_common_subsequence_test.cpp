@@ -8,14 +8,14 @@
 #include <numeric>
 #include <oracle/longest_common_subsequence.hpp>
 #include <string>
+#include <support/allocations.hpp>
 #include <support/random_source.hpp>
 #include <vector>
-
-#include "allocations.hpp"
 
 namespace Quorvex::PathManagement::diff_tests {
 namespace {
 
+using support::Allocations;
 using support::RandomSource;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -1,10 +1,9 @@
-#include "allocations.hpp"
-
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <support/allocations.hpp>
 
-namespace Quorvex::PathManagement::diff_tests {
+namespace Quorvex::PathManagement::support {
 
 namespace {
 
@@ -40,15 +39,15 @@ static void Free(void* memory) noexcept {
   std::free(memory);
 }
 
-}  // namespace Quorvex::PathManagement::diff_tests
+}  // namespace Quorvex::PathManagement::support
 
-void* operator new(std::size_t size) { return Quorvex::PathManagement::diff_tests::Allocate(size); }
+void* operator new(std::size_t size) { return Quorvex::PathManagement::support::Allocate(size); }
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   try {
-    return Quorvex::PathManagement::diff_tests::Allocate(size);
+    return Quorvex::PathManagement::support::Allocate(size);
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
 }
-void operator delete(void* memory) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { Quorvex::PathManagement::diff_tests::Free(memory); }
+void operator delete(void* memory) noexcept { Quorvex::PathManagement::support::Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Quorvex::PathManagement::support::Free(memory); }

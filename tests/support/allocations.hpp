@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace Quorvex::PathManagement::diff_tests {
+namespace Quorvex::PathManagement::support {
 
 /// Watches what this thread asks of `operator new`, from construction on; and lets one request fail. One at a time.
 class Allocations {
@@ -20,4 +20,4 @@ class Allocations {
   [[nodiscard]] std::size_t GetMostAlive() const;
 };
 
-}  // namespace Quorvex::PathManagement::diff_tests
+}  // namespace Quorvex::PathManagement::support
