@@ -1,10 +1,9 @@
-// The leaf path: a layer of entries, and perhaps a small one over it with the folders that were replaced since. Every
-// question goes to both; of a replaced folder only the upper one knows.
+// The leaf path: a layer of entries, and perhaps some small ones over it with the folders that were replaced since.
+// Every question goes to all of them; of a folder only the newest that holds it knows.
 
 #include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
 #include <iterator>
-#include <map>
 #include <search_path_environment/folder_path.hpp>
 #include <search_path_interfaces/constants.hpp>
 #include <search_path_utilities/lookup.hpp>
@@ -14,6 +13,7 @@
 #include "folder_matcher.hpp"
 #include "lazy.hpp"
 #include "path_layer.hpp"
+#include "replaced_folders.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -94,28 +94,25 @@ struct FolderPath::List {
 struct FolderPath::State {
   std::shared_ptr<const List> list;
   std::shared_ptr<const PathLayer> base;
-  std::shared_ptr<const PathLayer> upper;  // null when nothing was replaced
-  std::vector<Position> replaced;          // the positions of the upper layer's main entries, rising
+  std::shared_ptr<const ReplacedFolders> replaced;  // null when nothing was
 
   Lazy<std::shared_ptr<const std::vector<EntryPtr>>> mainEntries;
   Lazy<std::vector<PathProblem>> problems;
 
-  bool IsReplaced(Position position) const {
-    return upper && std::binary_search(replaced.begin(), replaced.end(), position);
-  }
+  bool IsReplaced(Position position) const { return replaced && replaced->Hold(position); }
 
   // Calls `ask(layer, isAlive)` for each layer.
   template <class Ask>
   void ForEachLayer(const Ask& ask) const {
     ask(*base, [this](const Slot& slot) { return !IsReplaced(slot.position); });
-    if (upper) ask(*upper, [](const Slot& /*slot*/) { return true; });
+    if (replaced) replaced->ForEachLevel(ask);
   }
 
-  // What `collect(layer, isAlive, add)` adds, by position, in both layers, in path order.
+  // What `collect(layer, isAlive, add)` adds, by position, in all layers, in path order.
   template <class T, class Collect>
   std::vector<T> InPathOrder(const Collect& collect) const {
     std::vector<T> values;
-    if (!upper) {
+    if (!replaced) {
       collect(
           *base, [](const Slot& /*slot*/) { return true; },
           [&values](Position /*position*/, T value) { values.push_back(std::move(value)); });
@@ -123,9 +120,8 @@ struct FolderPath::State {
     }
     std::vector<Placed<T>> placed;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
-      collect(layer, isAlive, [&placed](Position position, T value) {
-        placed.push_back({position, std::move(value)});
-      });
+      collect(layer, isAlive,
+              [&placed](Position position, T value) { placed.push_back({position, std::move(value)}); });
     });
     // A position is alive in one layer only, and there its values are in order.
     std::stable_sort(placed.begin(), placed.end(),
@@ -151,6 +147,26 @@ struct FolderPath::State {
     if (match) return match->position;
     throw std::invalid_argument("\"" + fl::filesystem::to_displayed_text(location.toString()) +
                                 "\" is no folder of the path");
+  }
+
+  // The state of the version in which `replacing` stand at their positions.
+  std::unique_ptr<const State> With(const ReplacedFolders::Entries& replacing) const {
+    auto state = std::make_unique<State>();
+    state->list = list;
+    state->base = base;
+    state->replaced = replaced;
+    if (replacing.empty()) return state;
+
+    const std::size_t limit = list->positions.size() / kShareOfReplacedFolders;
+    if (const auto all = (replaced ? *replaced : ReplacedFolders()).With(replacing, limit)) {
+      state->replaced = std::make_shared<const ReplacedFolders>(*all);
+      return state;
+    }
+    std::vector<FolderEntryPtr> entries = MainEntries();
+    for (const auto& [position, entry] : replacing) entries[position] = entry;
+    state->base = std::make_shared<const PathLayer>(entries);
+    state->replaced = nullptr;
+    return state;
   }
 
   struct Place {
@@ -220,7 +236,7 @@ struct FolderPath::State {
   // The earlier one of what `find(layer, admits)` finds in the layers.
   template <class Find>
   boost::optional<FoundItem> FirstInLayers(SearchScope scope, const Find& find) const {
-    if (!upper) return Found(find(*base, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
+    if (!replaced) return Found(find(*base, [scope](const Slot& slot) { return scope.Contains(slot.kind); }));
 
     PathLayer::Hit first;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
@@ -278,35 +294,12 @@ FolderPath::FolderPath(std::unique_ptr<const State> state) noexcept : state_(std
 FolderPath::~FolderPath() = default;
 
 std::shared_ptr<const FolderPath> FolderPath::WithReplaced(const std::vector<FolderEntryPtr>& entries) const {
-  std::map<Position, FolderEntryPtr> replacements;
-  if (state_->upper) {
-    for (const Slot& slot : state_->upper->GetSlots()) {
-      if (slot.parent == kNoOrdinal) replacements.emplace(slot.position, slot.entry);
-    }
-  }
+  ReplacedFolders::Entries replacing;
   for (const FolderEntryPtr& entry : entries) {
     RequireMainEntry(*entry);
-    replacements[state_->PositionOf(entry->GetLocation())] = entry;
+    replacing[state_->PositionOf(entry->GetLocation())] = entry;
   }
-
-  auto state = std::make_unique<State>();
-  state->list = state_->list;
-  if (replacements.size() > state_->list->positions.size() / kShareOfReplacedFolders) {
-    std::vector<FolderEntryPtr> all = state_->MainEntries();
-    for (const auto& [position, entry] : replacements) all[position] = entry;
-    state->base = std::make_shared<const PathLayer>(all);
-  } else if (!replacements.empty()) {
-    std::vector<FolderEntryPtr> replacing;
-    for (const auto& [position, entry] : replacements) {
-      state->replaced.push_back(position);
-      replacing.push_back(entry);
-    }
-    state->base = state_->base;
-    state->upper = std::make_shared<const PathLayer>(replacing, state->replaced);
-  } else {
-    state->base = state_->base;
-  }
-  return std::shared_ptr<const FolderPath>(new FolderPath(std::move(state)));
+  return std::shared_ptr<const FolderPath>(new FolderPath(state_->With(replacing)));
 }
 
 std::shared_ptr<const std::vector<EntryPtr>> FolderPath::GetMainEntries() const {
@@ -326,7 +319,7 @@ std::vector<EntryPtr> FolderPath::GetMethodEntries() const {
 
 std::vector<EntryPtr> FolderPath::GetMethodEntriesByName(SearchScope scope, const std::u16string& name,
                                                          FilenameMatchingPolicy policy) const {
-  if (name.empty() || (!state_->upper && !state_->base->MayHoldClass(name, policy))) return {};
+  if (name.empty() || (!state_->replaced && !state_->base->MayHoldClass(name, policy))) return {};
   return state_->ClassFolders(scope, name, policy);
 }
 
@@ -365,7 +358,7 @@ EntryPtr FolderPath::GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& loc
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
   if (PathManagement::IsPartialPathname(target.GetBaseName())) return state_->FindFirstPartially(scope, target, policy);
-  if (state_->upper || !state_->base->IsExact(target, policy)) {
+  if (state_->replaced || !state_->base->IsExact(target, policy)) {
     return state_->FindFirst(scope, target, policy);
   }
   // By far the most names are plain, and many of those that are asked for are not there: this is their short way.

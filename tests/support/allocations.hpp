@@ -1,5 +1,7 @@
 #pragma once
 
+// A program that watches compiles allocations.cpp in, which replaces its operator new.
+
 #include <cstddef>
 
 namespace Quorvex::PathManagement::support {
@@ -16,6 +18,8 @@ class Allocations {
   ~Allocations();
 
   [[nodiscard]] std::size_t GetCount() const;
+  /// Those of all blocks together.
+  [[nodiscard]] std::size_t GetBytes() const;
   /// The largest number of blocks that were held at once, of those asked for since.
   [[nodiscard]] std::size_t GetMostAlive() const;
 };

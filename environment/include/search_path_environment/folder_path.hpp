@@ -34,8 +34,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::I
   ~FolderPath() override;
 
   /// A version of this path in which each of `entries` stands in the place of the main entry at its location; it shares
-  /// everything else. The cost goes with the number of folders replaced since the path was made, not with its length,
-  /// but for every now and then: when they have grown to a sixteenth of the path, they become part of it for good.
+  /// everything else. The cost does not go with the length of the path: replacing n folders, in as many versions as one
+  /// likes, indexes O(n log n) folders, and every now and then, when those replaced have grown to a sixteenth of the
+  /// path, all of it, for they become part of it for good. Lookups in such a version ask O(log n) indexes.
   ///
   /// Throws `std::invalid_argument`, naming the folder, when the path has no main entry that is spelled like that,
   /// or the new entry is none.
