@@ -162,6 +162,73 @@ TEST_F(EventMgrTest, LetsASlotDisconnectItself) {
   EXPECT_THAT(received_, ElementsAre(1));
 }
 
+TEST_F(EventMgrTest, KeepsASlotThatDisconnectsItselfUntilItsCallEnds) {
+  EventConnection connection;
+  connection = manager_.connect([this, &connection, kept = std::make_shared<int>(5)](const auto&) {
+    connection.Release();
+    received_.push_back(*kept);
+  });
+  Post(1);
+
+  manager_.dispatch();
+
+  EXPECT_THAT(received_, ElementsAre(5));
+}
+
+TEST_F(EventMgrTest, LetsASlotDisconnectOneThatIsStillToHearTheEvent) {
+  EventConnection second;
+  const auto first = manager_.connect([&second](const auto&) { second.Release(); });
+  second = manager_.connect(Collect());
+  const auto third = manager_.connect(Collect());
+  Post(1);
+
+  manager_.dispatch();
+
+  EXPECT_THAT(received_, ElementsAre(1)) << "by the third alone";
+}
+
+TEST_F(EventMgrTest, LetsASlotConnectAnotherWhichHearsLaterEventsOnly) {
+  EventConnection late;
+  const auto early = manager_.connect([&](const boost::shared_ptr<const Event>& event) {
+    if (NumberOf(event) == 1) late = manager_.connect(Collect());
+  });
+  Post(1);
+  Post(2);
+
+  manager_.dispatch();
+  Post(3);
+  manager_.dispatch();
+
+  EXPECT_THAT(received_, ElementsAre(2, 3));
+}
+
+TEST_F(EventMgrTest, LetsASlotPutAnotherInItsOwnPlace) {
+  EventConnection connection;
+  connection = manager_.connect([&](const auto&) { connection = manager_.connect(Collect()); });
+  Post(1);
+  Post(2);
+
+  manager_.dispatch();
+
+  EXPECT_THAT(received_, ElementsAre(2));
+}
+
+TEST_F(EventMgrTest, LetsThreadsConnectAndDisconnectWhileItDispatches) {
+  std::atomic<std::size_t> heard = 0;
+  const auto connection = manager_.connect([&heard](const auto&) { ++heard; });
+
+  Quorvex::PathManagement::support::RunTogether(4, [&](std::size_t thread) {
+    for (int round = 0; round < 200; ++round) {
+      const EventConnection passing = manager_.connect([](const auto&) {});
+      if (thread % 2 == 0) Post(round);
+      manager_.dispatch();
+    }
+  });
+  manager_.dispatch();
+
+  EXPECT_EQ(heard, 400U);
+}
+
 TEST_F(EventMgrTest, TakesPostsFromManyThreadsWhileItDispatches) {
   std::atomic<std::size_t> heard = 0;
   std::atomic<std::size_t> delivered = 0;

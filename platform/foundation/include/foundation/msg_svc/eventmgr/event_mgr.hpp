@@ -47,7 +47,8 @@ class FOUNDATION_EXPORT EventMgr {
   std::size_t dispatch();
 
   /// Calls `slot` with each event until the connection goes; slots are called in the order of connecting. A call that
-  /// is under way on another thread at that moment ends on its own.
+  /// is under way on another thread at that moment ends on its own. While it is called, a slot may connect, disconnect
+  /// (itself, too), post and dispatch; a slot that it connects hears nothing of the event in hand.
   [[nodiscard]] EventConnection connect(const Slot& slot);
 
  private:
