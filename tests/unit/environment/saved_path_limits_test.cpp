@@ -6,7 +6,6 @@
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -18,6 +17,7 @@
 #include <search_path_environment/main_search_path_manager.hpp>
 #include <search_path_utilities/path_editing.hpp>
 #include <string>
+#include <support/in_child.hpp>
 #include <support/temporary_folder.hpp>
 
 namespace Quorvex::PathEnvironment {
@@ -69,11 +69,8 @@ class SavedPathOnDisk : public testing::Test {
   }
   // What `run` comes to in a process of its own, which it may limit as it likes.
   [[nodiscard]] static Outcome InChild(const std::function<Outcome()>& run) {
-    const pid_t child = fork();
-    if (child == 0) _exit(static_cast<int>(run()));
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? static_cast<Outcome>(WEXITSTATUS(status)) : Outcome::Otherwise;
+    const int outcome = PathManagement::support::InChild(run);
+    return outcome < 0 ? Outcome::Otherwise : static_cast<Outcome>(outcome);
   }
   [[nodiscard]] const std::filesystem::path& Folder() const { return folder_.GetPath(); }
 
