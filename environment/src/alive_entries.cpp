@@ -27,6 +27,15 @@ AliveEntries::EntryPtr AliveEntries::Settle(EntryPtr entry) {
   return entry;
 }
 
+std::vector<AliveEntries::EntryPtr> AliveEntries::GetAll() const {
+  const std::scoped_lock lock(mutex_);
+  std::vector<EntryPtr> entries;
+  for (const auto& [location, known] : entries_) {
+    if (EntryPtr entry = known.lock()) entries.push_back(std::move(entry));
+  }
+  return entries;
+}
+
 std::size_t AliveEntries::GetSize() const {
   const std::scoped_lock lock(mutex_);
   return entries_.size();

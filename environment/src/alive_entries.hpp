@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <search_path_environment/folder_entry.hpp>
+#include <vector>
 
 namespace Quorvex::PathEnvironment {
 
@@ -20,6 +21,9 @@ class AliveEntries {
   /// The entry to go on with: the one that is known for the location if it holds the same, else `entry`, which is known
   /// from now on. O(1), but for every now and then, when what nobody holds is swept out.
   EntryPtr Settle(EntryPtr entry);
+
+  /// The entries that somebody holds, in no order.
+  [[nodiscard]] std::vector<EntryPtr> GetAll() const;
 
   /// How many locations are known, those of dead entries that were not yet swept out included.
   [[nodiscard]] std::size_t GetSize() const;

@@ -47,11 +47,13 @@ PathItem ItemAt(const FolderNames& names, std::size_t index, const AbsoluteIRI& 
 }  // namespace
 
 struct FolderEntry::State {
-  explicit State(Contents contents)
+  // `files` is what a table of names is made of.
+  template <class Files>
+  State(Contents contents, Files&& files)
       : canonicalLocation(contents.canonicalLocation),
         kind(contents.kind),
         comparesNamesExactly(contents.comparesNamesExactly),
-        names(std::move(contents.files)),
+        names(std::forward<Files>(files)),
         children(InWalkOrder(contents.subfolders)),
         classes(GroupOf(contents.subfolders.classes)),
         packages(GroupOf(contents.subfolders.packages)),
@@ -83,8 +85,15 @@ FolderEntry::~FolderEntry() = default;
 
 std::shared_ptr<const FolderEntry> FolderEntry::Create(Contents contents) {
   const AbsoluteIRI location = contents.location;
+  std::vector<std::u16string> files = std::move(contents.files);
   return std::make_shared<const FolderEntry>(CreationKey(), location,
-                                             std::make_unique<const State>(std::move(contents)));
+                                             std::make_unique<const State>(std::move(contents), std::move(files)));
+}
+
+std::shared_ptr<const FolderEntry> FolderEntry::Create(Contents contents, const PackedNames& packed) {
+  const AbsoluteIRI location = contents.location;
+  return std::make_shared<const FolderEntry>(CreationKey(), location,
+                                             std::make_unique<const State>(std::move(contents), packed));
 }
 
 PathEntryType FolderEntry::GetEntryType() const { return state_->kind; }

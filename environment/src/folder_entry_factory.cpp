@@ -1,9 +1,14 @@
+#include <algorithm>
 #include <fl/filesystem/displayed_text.hpp>
+#include <mutex>
+#include <optional>
 #include <ostream>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <utility>
 
 #include "alive_entries.hpp"
+#include "cache_records.hpp"
+#include "cache_writer.hpp"
 #include "folder_reader.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -13,34 +18,104 @@ using foundation::storage::vfs::StorageSystemReference;
 
 namespace {
 
-void WriteFolder(std::ostream& out, const FolderEntry& entry) {
-  out << "folder " << fl::filesystem::to_displayed_text(entry.GetAbsoluteIRI().toString()) << '\n';
-  const auto items = entry.GetItems();  // nobody else may hold them
-  for (const auto& item : *items) {
-    out << "file " << fl::filesystem::to_displayed_text(item->baseName + item->extension) << '\n';
-  }
-  for (const auto& child : entry.GetChildren()) WriteFolder(out, *child);
+using EntryPtr = std::shared_ptr<const FolderEntry>;
+
+std::vector<EntryPtr> MainEntriesOf(const FolderPath& path) {
+  std::vector<EntryPtr> entries;
+  const auto listed = path.GetMainEntries();
+  for (const auto& entry : *listed) entries.push_back(std::static_pointer_cast<const FolderEntry>(entry));
+  return entries;
+}
+
+bool IsByLocation(const EntryPtr& left, const EntryPtr& right) { return left->GetLocation() < right->GetLocation(); }
+
+// Null when the folder must be read.
+EntryPtr Recorded(const AbsoluteIRI& folder, const CacheRecords& records) {
+  const auto main = records.FindMain(folder);
+  if (!main) return nullptr;
+  const bool holds = records.GetTrust() == CacheTrust::Blind || records.StandingOfMain(*main) == Standing::Proven;
+  return holds ? records.MainEntry(*main) : nullptr;
 }
 
 }  // namespace
 
+struct FolderEntryFactory::Memory {
+  std::optional<ToolboxCache> cache;
+
+  std::mutex mutex;  // of what follows
+  std::weak_ptr<const FolderPath> path;
+  std::optional<DistinctFolders> folders;  // of the path
+  std::string origin;                      // of the folders
+};
+
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage)
-    : storage_(std::move(storage)), alive_(std::make_shared<AliveEntries>()) {}
+    : storage_(std::move(storage)), alive_(std::make_shared<AliveEntries>()), memory_(std::make_shared<Memory>()) {}
 
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const FolderPath& predecessor)
+    : FolderEntryFactory(std::move(storage), MainEntriesOf(predecessor)) {}
+
+FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const std::vector<EntryPtr>& entries)
     : FolderEntryFactory(std::move(storage)) {
-  const auto entries = predecessor.GetMainEntries();
-  for (const auto& entry : *entries) alive_->Settle(std::static_pointer_cast<const FolderEntry>(entry));
+  for (const EntryPtr& entry : entries) alive_->Settle(entry);
+}
+
+FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const ToolboxCache& cache)
+    : FolderEntryFactory(std::move(storage)) {
+  memory_->cache = cache;
 }
 
 FolderEntryFactory::~FolderEntryFactory() = default;
 
 std::shared_ptr<const PathManagement::IPathEntry> FolderEntryFactory::CreateMainEntry(const AbsoluteIRI& folder) const {
+  const auto& cache = memory_->cache;
+  const bool isBlind = cache && cache->GetTrust() == CacheTrust::Blind;
+  try {
+    if (EntryPtr recorded = cache ? Recorded(folder, cache->GetRecords()) : nullptr) return alive_->Settle(recorded);
+  } catch (const ToolboxCacheError&) {
+    if (isBlind) throw;  // else the folder tells itself
+  }
+  if (isBlind) {
+    throw ToolboxCacheError(
+        CacheRefusal::OtherFolders,
+        "it does not hold the folder \"" + fl::filesystem::to_displayed_text(folder.toString()) + "\"");
+  }
   return alive_->Settle(ReadMainFolder(folder, storage_, alive_->Find(folder).get()));
 }
 
+void FolderEntryFactory::RememberPath(const std::shared_ptr<const FolderPath>& path,
+                                      const DistinctFolders& folders) const {
+  const std::scoped_lock lock(memory_->mutex);
+  memory_->path = path;
+  memory_->folders = folders;
+  memory_->origin.clear();
+}
+
+void FolderEntryFactory::RememberOrigin(std::string origin) const {
+  const std::scoped_lock lock(memory_->mutex);
+  memory_->origin = std::move(origin);
+}
+
 void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI& toolboxRoot) const {
-  WriteFolder(out, *ReadMainFolder(toolboxRoot, storage_, nullptr));
+  CacheContents contents{toolboxRoot, {}, std::nullopt};
+  {
+    const std::scoped_lock lock(memory_->mutex);
+    if (const auto path = memory_->path.lock()) {
+      contents.mainEntries = MainEntriesOf(*path);
+      contents.list = CacheContents::List{*memory_->folders, memory_->origin};
+    }
+  }
+  if (!contents.list) {
+    contents.mainEntries = alive_->GetAll();
+    std::sort(contents.mainEntries.begin(), contents.mainEntries.end(), IsByLocation);
+  }
+  const std::size_t left = std::erase_if(
+      contents.mainEntries, [&](const EntryPtr& entry) { return !RelativeTo(toolboxRoot, entry->GetLocation()); });
+  if (left != 0) contents.list.reset();
+
+  const std::string file = MakeCacheFile(contents);
+  out.write(file.data(), static_cast<std::streamsize>(file.size()));
+  // Nobody looks at what closing the file will say.
+  out.flush();
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -49,6 +49,38 @@ FolderNames::FolderNames(std::vector<std::u16string> fullNames) {
   Pack(fullNames, length);
 }
 
+FolderNames::FolderNames(const PackedNames& packed) {
+  const std::size_t sizeOfRecords = (std::size_t{packed.count} + 1) * sizeof(View::Record);
+  const std::size_t sizeOfUnit = packed.isNarrow ? 1 : sizeof(char16_t);
+  if (packed.block.size() < sizeOfRecords) throw std::invalid_argument("a table of names is cut short");
+  blockSize_ = packed.block.size();
+  block_.reset(new std::byte[blockSize_]);
+  std::memcpy(block_.get(), packed.block.data(), blockSize_);
+  view_.records_ = std::launder(reinterpret_cast<const View::Record*>(block_.get()));
+  view_.count_ = packed.count;
+  view_.isNarrow_ = packed.isNarrow;
+  view_.hasDottedBaseNames_ = packed.hasDottedBaseNames;
+
+  const std::size_t sizeOfText = blockSize_ - sizeOfRecords;
+  if (sizeOfText % sizeOfUnit != 0 || !view_.IsSound(sizeOfText / sizeOfUnit)) {
+    throw std::invalid_argument("a table of names does not fit together");
+  }
+}
+
+bool FolderNames::View::IsSound(std::size_t length) const noexcept {
+  if (records_[0].offset != 0 || records_[count_].offset != length) return false;
+  for (std::uint32_t i = 0; i < count_; ++i) {
+    const Record& record = records_[i];
+    const std::uint32_t end = records_[i + 1].offset;
+    if (end < record.offset || end - record.offset < record.extensionLength) return false;
+  }
+  return true;
+}
+
+PackedNames FolderNames::GetPacked() const noexcept {
+  return {{block_.get(), blockSize_}, view_.count_, view_.isNarrow_, view_.hasDottedBaseNames_};
+}
+
 void FolderNames::Pack(const std::vector<std::u16string>& fullNames, std::size_t length) {
   const std::size_t sizeOfRecords = (fullNames.size() + 1) * sizeof(View::Record);
   blockSize_ = sizeOfRecords + length * (view_.isNarrow_ ? 1 : sizeof(char16_t));

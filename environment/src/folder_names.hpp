@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,14 @@
 #include "text_piece.hpp"
 
 namespace Quorvex::PathEnvironment {
+
+/// A table of names as it is packed, to be kept elsewhere and made again from there.
+struct PackedNames {
+  std::span<const std::byte> block;
+  std::uint32_t count = 0;
+  bool isNarrow = true;
+  bool hasDottedBaseNames = false;
+};
 
 /// A sorted table of file names, each cut into base name and extension. Immutable, safe from any thread.
 ///
@@ -49,6 +58,9 @@ class FolderNames {
       std::uint32_t extensionLength;
     };
 
+    // Whether the names lie one after another within a text of `length` characters.
+    [[nodiscard]] bool IsSound(std::size_t length) const noexcept;
+
     [[nodiscard]] TextPiece Piece(std::uint32_t begin, std::uint32_t end) const noexcept {
       const void* const text = records_ + count_ + 1;
       if (isNarrow_) return {static_cast<const unsigned char*>(text) + begin, end - begin};
@@ -64,7 +76,13 @@ class FolderNames {
   /// `fullNames` in any order; repeats count once.
   explicit FolderNames(std::vector<std::u16string> fullNames);
 
+  /// What Pack gave, copied. Throws `std::invalid_argument` for bytes that no table of names is packed into.
+  explicit FolderNames(const PackedNames& packed);
+
   [[nodiscard]] std::size_t size() const noexcept { return view_.size(); }
+
+  /// Valid as long as the table.
+  [[nodiscard]] PackedNames GetPacked() const noexcept;
 
   /// Valid as long as the table.
   [[nodiscard]] const View& GetView() const noexcept { return view_; }

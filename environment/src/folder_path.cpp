@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "collected_problems.hpp"
 #include "folder_matcher.hpp"
 #include "lazy.hpp"
 #include "path_layer.hpp"
@@ -38,14 +39,6 @@ struct Placed {
   Position position;
   T value;
 };
-
-void CollectProblems(const FolderEntry& entry, std::size_t position, std::vector<PathProblem>& problems) {
-  for (PathProblem problem : entry.GetProblems()) {
-    problem.position = position;
-    problems.push_back(std::move(problem));
-  }
-  for (const auto& child : entry.GetChildren()) CollectProblems(*child, position, problems);
-}
 
 void RequireMainEntry(const FolderEntry& entry) {
   if (entry.GetEntryType() == PathManagement::PathEntryType::Main) return;
@@ -120,8 +113,9 @@ struct FolderPath::State {
     }
     std::vector<Placed<T>> placed;
     ForEachLayer([&](const PathLayer& layer, const auto& isAlive) {
-      collect(layer, isAlive,
-              [&placed](Position position, T value) { placed.push_back({position, std::move(value)}); });
+      collect(layer, isAlive, [&placed](Position position, T value) {
+        placed.push_back({position, std::move(value)});
+      });
     });
     // A position is alive in one layer only, and there its values are in order.
     std::stable_sort(placed.begin(), placed.end(),

@@ -1,4 +1,5 @@
 #include <fl/filesystem/displayed_text.hpp>
+#include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
 #include <stdexcept>
 #include <utility>
@@ -46,7 +47,9 @@ std::shared_ptr<const FolderPath> FolderPathFactory::CreateFolderPath(const Dist
   InParallel(kept.size(), [&](std::size_t i) {
     listed[i] = {FolderEntryFor(kept[i].location, entries), kept[i].position};
   });
-  return std::make_shared<const FolderPath>(listed, std::move(problems));
+  auto path = std::make_shared<const FolderPath>(listed, std::move(problems));
+  if (const auto* const known = dynamic_cast<const FolderEntryFactory*>(&entries)) known->RememberPath(path, folders);
+  return path;
 }
 
 }  // namespace Quorvex::PathEnvironment

@@ -23,6 +23,9 @@ class Lazy {
     return *value_;
   }
 
+  /// Null as long as nobody has asked for the value.
+  const T* GetIfMade() const noexcept { return ready_.load(std::memory_order_acquire); }
+
  private:
   mutable std::mutex mutex_;
   mutable std::unique_ptr<const T> value_;

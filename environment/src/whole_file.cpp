@@ -55,25 +55,6 @@ AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
   return file.getParent().getChild(file.getName() + fl::filesystem::from_bytes(ending));
 }
 
-// A device or a FIFO would be gone for good.
-void RequireReplaceable(const IStorageProvider& storage, const AbsoluteIRI& file) {
-  const auto refuse = [&file](std::string_view reason) {
-    throw Exception("replace", file, std::make_error_code(std::errc::operation_not_supported), reason);
-  };
-  if (IsLinkToNowhere(storage, file)) refuse("it is a link that leads nowhere");
-  if (IsThere(storage, file) && storage.Stat(file).kind != FileKind::File) refuse("it is no regular file");
-}
-
-// Whether it is gone. Whatever fails here, the failure that led here is the one to be told.
-bool Sweep(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
-  try {
-    RemoveIfThere(storage, draft);
-    return true;
-  } catch (const Exception&) {
-    return false;
-  }
-}
-
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
@@ -128,6 +109,15 @@ void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, 
   }
 }
 
+// A device or a FIFO would be gone for good.
+void RequireReplaceable(const IStorageProvider& storage, const AbsoluteIRI& file) {
+  const auto refuse = [&file](std::string_view reason) {
+    throw Exception("replace", file, std::make_error_code(std::errc::operation_not_supported), reason);
+  };
+  if (IsLinkToNowhere(storage, file)) refuse("it is a link that leads nowhere");
+  if (IsThere(storage, file) && storage.Stat(file).kind != FileKind::File) refuse("it is no regular file");
+}
+
 bool IsLinkToNowhere(const IStorageProvider& storage, const AbsoluteIRI& file) {
   if (IsThere(storage, file) || !IsThere(storage, file.getParent())) return false;
   const auto listing = storage.List(file.getParent());
@@ -140,6 +130,15 @@ void RemoveIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {
     storage.Remove(file);
   } catch (const Exception& failure) {
     if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+  }
+}
+
+bool Sweep(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
+  try {
+    RemoveIfThere(storage, draft);
+    return true;
+  } catch (const Exception&) {
+    return false;
   }
 }
 

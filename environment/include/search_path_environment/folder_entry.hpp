@@ -19,6 +19,7 @@
 namespace Quorvex::PathEnvironment {
 
 class FolderNames;
+struct PackedNames;
 
 /// The special subfolders directly below a folder.
 struct SpecialSubfolders {
@@ -48,6 +49,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
   };
 
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents);
+  /// The same, with the names of `packed` for those of `contents`.
+  [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents, const PackedNames& packed);
   ~FolderEntry() override;
 
   [[nodiscard]] PathManagement::PathEntryType GetEntryType() const override;

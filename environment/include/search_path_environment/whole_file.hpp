@@ -42,6 +42,11 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const foundation::storage::vfs::AbsoluteIRI& file,
                                                      const Pieces& pieces, Durability durability);
 
+/// Throws the storage layer's Exception, with std::errc::operation_not_supported, for what is there and no regular
+/// file, and for a link that leads nowhere: putting a file in its place would lose it.
+void RequireReplaceable(const foundation::storage::vfs::IStorageProvider& storage,
+                        const foundation::storage::vfs::AbsoluteIRI& file);
+
 /// Whether `file` is a link to something that is not there. Throws the storage layer's Exception.
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT bool IsLinkToNowhere(
     const foundation::storage::vfs::IStorageProvider& storage, const foundation::storage::vfs::AbsoluteIRI& file);
@@ -49,5 +54,9 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
 /// Removes a file that may already be gone.
 SEARCH_PATH_ENVIRONMENT_EXPORT void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,
                                                   const foundation::storage::vfs::AbsoluteIRI& file);
+
+/// The same while another failure is under way, which is the one to be told: whether the file is gone.
+bool Sweep(const foundation::storage::vfs::IStorageProvider& storage,
+           const foundation::storage::vfs::AbsoluteIRI& file) noexcept;
 
 }  // namespace Quorvex::PathEnvironment

@@ -109,7 +109,7 @@ TEST(FolderNames, DoNotHoldPartsOfNamesNorLongerOnes) {
 }
 
 TEST(FolderNames, FindNothingInAnEmptyFolder) {
-  const FolderNames names({});
+  const FolderNames names(std::vector<std::u16string>{});
 
   EXPECT_EQ(names.size(), 0U);
   EXPECT_EQ(names.Find(u"a", u""), std::nullopt);

@@ -1,0 +1,69 @@
+#include <foundation/storage/vfs/exception.hpp>
+#include <search_path_environment/toolbox_cache.hpp>
+#include <search_path_environment/toolbox_cache_file.hpp>
+#include <search_path_environment/whole_file.hpp>
+#include <search_path_utilities/services.hpp>
+
+#include "folder_making.hpp"
+
+namespace Quorvex::PathEnvironment {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::IStorageProvider;
+using foundation::storage::vfs::VornixStorageSystem;
+using foundation::storage::vfs::WriteMode;
+
+namespace {
+
+AbsoluteIRI Beside(const AbsoluteIRI& file, const char16_t* suffix) {
+  return file.getParent().getChild(file.getName() + suffix);
+}
+
+// Sweeps the draft unless it has become the file. What fails here does not hide why the draft was given up.
+class Draft {
+ public:
+  Draft(const IStorageProvider& storage, AbsoluteIRI location) : storage_(storage), location_(std::move(location)) {}
+  Draft(const Draft&) = delete;
+  Draft& operator=(const Draft&) = delete;
+  ~Draft() {
+    if (!isKept_) Sweep(storage_, location_);
+  }
+
+  [[nodiscard]] const AbsoluteIRI& GetLocation() const noexcept { return location_; }
+
+  void FlushAndRenameTo(const AbsoluteIRI& file) {
+    const auto opened = storage_.OpenForWriting(location_, WriteMode::Append);
+    opened->Flush();
+    opened->Close();
+    storage_.Rename(location_, file);
+    isKept_ = true;
+    storage_.FlushFolder(file.getParent());
+  }
+
+ private:
+  const IStorageProvider& storage_;
+  AbsoluteIRI location_;
+  bool isKept_ = false;
+};
+
+}  // namespace
+
+void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, const FolderEntryFactory& entries,
+                           std::chrono::milliseconds patience) {
+  const auto session = VornixStorageSystem::GetStorageSystemReference();
+  const auto storage = session.ProviderFor(file);
+  MakeFolderWithParents(*storage, file.getParent());
+  RequireReplaceable(*storage, file);
+  const AbsoluteIRI place = storage->CanonicalLocation(file);
+  const auto lock = storage->Lock(Beside(place, u".lock"), patience);
+
+  // The cache itself is never written in place: others have it mapped.
+  Draft draft(*storage, Beside(place, u".draft"));
+  RemoveIfThere(*storage, draft.GetLocation());
+  PathManagement::WriteToolboxPathCache(draft.GetLocation(), toolboxRoot, entries);
+  // Nobody looked at what closing the draft said, so it tells itself whether it is whole.
+  ToolboxCache::Open(session, draft.GetLocation(), CacheTrust::Blind).Check();
+  draft.FlushAndRenameTo(place);
+}
+
+}  // namespace Quorvex::PathEnvironment
