@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <string_view>
 
 #include "command_syntax.hpp"
 #include "usage_error.hpp"
@@ -20,6 +21,30 @@ void RequireCommand(const CLI::App& app, const std::vector<std::string>& options
   if (app.get_subcommands(isFirst).empty()) throw UsageError("there is no command \"" + Displayed(first) + "\"");
 }
 
+struct CommandEntry {
+  std::string_view name;
+  CommandSyntax (*add)(CLI::App&);
+};
+
+// In the order of the help.
+constexpr CommandEntry kCommands[] = {
+    {"which", AddWhich},       {"why", AddWhy},         {"match", AddMatch},   {"files", AddFiles},
+    {"shadows", AddShadows},   {"path", AddPath},       {"status", AddStatus}, {"cache", AddCache},
+    {"snapshot", AddSnapshot}, {"compare", AddCompare}, {"add", AddAdd},       {"remove", AddRemove},
+    {"undo", AddUndo},         {"log", AddLog},         {"split", AddSplit},   {"iri", AddIri}};
+
+// All, or, where it is known already which one is meant, that one alone: to describe them takes longer than to find a
+// name.
+std::vector<CommandSyntax> CommandsFor(const std::vector<std::string>& options, CLI::App& app) {
+  const std::string_view first = options.empty() ? std::string_view() : options.front();
+  const auto* const meant = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                         [first](const CommandEntry& command) { return command.name == first; });
+  if (meant != std::end(kCommands)) return {meant->add(app)};
+  std::vector<CommandSyntax> all;
+  for (const CommandEntry& command : kCommands) all.push_back(command.add(app));
+  return all;
+}
+
 }  // namespace
 
 std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string>& arguments) {
@@ -33,9 +58,7 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   app.require_subcommand(1);
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
   app.footer("'vornixpath COMMAND --help' tells more. What follows '--' is never taken as an option.");
-  const std::vector<CommandSyntax> commands = {
-      AddWhich(app),   AddWhy(app), AddMatch(app),  AddFiles(app), AddShadows(app), AddPath(app),  AddSnapshot(app),
-      AddCompare(app), AddAdd(app), AddRemove(app), AddUndo(app),  AddLog(app),     AddSplit(app), AddIri(app)};
+  const std::vector<CommandSyntax> commands = CommandsFor(options, app);
 
   RequireCommand(app, options);
   try {

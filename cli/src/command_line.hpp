@@ -18,6 +18,13 @@ enum class OutputForm {
   NulTerminated  ///< exact bytes, each result ended by a NUL
 };
 
+/// What part a toolbox cache has in an answer.
+enum class CacheUse {
+  Auto,    ///< what is proven to be still so is taken from it
+  Off,     ///< none
+  Require  ///< all is taken from it, as it was when it was written
+};
+
 /// Where the folders of the path come from: at most one of the first four. Without any, the environment variable
 /// VORNIX_PATH, or else the default session.
 struct PathOptions {
@@ -26,6 +33,8 @@ struct PathOptions {
   std::optional<std::string> file;
   std::optional<std::string> session;
   std::vector<std::string> masks;  ///< folders to be taken for absent
+  CacheUse cache = CacheUse::Auto;
+  std::optional<std::string> cacheFile;  ///< else the usual one
 };
 
 struct WhichOptions {
@@ -86,6 +95,20 @@ struct PathListOptions {
   OutputForm form = OutputForm::Lines;
 };
 
+enum class CacheDeed { Write, Status, Verify, Clear };
+
+struct CacheOptions {
+  CacheDeed deed = CacheDeed::Status;
+  PathOptions path;                 ///< of Clear, the cache's file alone
+  std::optional<std::string> root;  ///< for Write: else the deepest folder around all of the path
+  bool json = false;
+};
+
+struct StatusOptions {
+  PathOptions path;
+  bool json = false;
+};
+
 struct SnapshotOptions {
   std::string file;
   PathOptions path;
@@ -140,9 +163,9 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command =
-    std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions, SnapshotOptions,
-                 CompareOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions, SplitOptions, IriOptions>;
+using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
+                             SnapshotOptions, CompareOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions,
+                             SplitOptions, IriOptions, CacheOptions, StatusOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -51,6 +51,10 @@ CommandSyntax AddShadows(CLI::App& app);
 CommandSyntax AddSnapshot(CLI::App& app);
 CommandSyntax AddCompare(CLI::App& app);
 
+// cache_syntax.cpp
+CommandSyntax AddCache(CLI::App& app);
+CommandSyntax AddStatus(CLI::App& app);
+
 // editing_syntax.cpp
 CommandSyntax AddAdd(CLI::App& app);
 CommandSyntax AddRemove(CLI::App& app);
@@ -77,6 +81,9 @@ void AddFolderOptions(CLI::App& command, PathOptions& path);
 /// The same and --session.
 void AddPathOptions(CLI::App& command, PathOptions& path);
 void AddSnapshotOption(CLI::App& command, PathOptions& path);
+void AddCacheFileOption(CLI::App& command, PathOptions& path);
+/// The same and --cache.
+void AddCacheOptions(CLI::App& command, PathOptions& path);
 void AddExtensionOption(CLI::App& command, std::string& extensions);
 void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict);
 

@@ -22,5 +22,7 @@ ExitStatus RunUndo(const UndoOptions& options);
 ExitStatus RunLog(const LogOptions& options);
 ExitStatus RunSplit(const SplitOptions& options);
 ExitStatus RunIri(const IriOptions& options);
+ExitStatus RunCache(const CacheOptions& options);
+ExitStatus RunStatus(const StatusOptions& options);
 
 }  // namespace vornixpath

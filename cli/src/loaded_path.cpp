@@ -3,21 +3,36 @@
 #include <algorithm>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/folder_entry.hpp>
+#include <search_path_environment/folder_entry_factory.hpp>
+#include <search_path_environment/folder_path_factory.hpp>
 #include <set>
 #include <utility>
 
 #include "masked_view.hpp"
-#include "read_path.hpp"
 
 namespace vornixpath {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::CachedPath;
+using Quorvex::PathEnvironment::CacheTrust;
 using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::FolderEntry;
+using Quorvex::PathEnvironment::FolderEntryFactory;
 using Quorvex::PathEnvironment::FolderPath;
+using Quorvex::PathEnvironment::FolderPathFactory;
+using Quorvex::PathEnvironment::ToolboxCache;
+using Quorvex::PathManagement::IPathEntryFactory;
 
 namespace {
+
+foundation::storage::vfs::StorageSystemReference Storage() { return VornixStorageSystem::GetStorageSystemReference(); }
+
+// A cache that is trusted blindly is asked so that storage need not be.
+DistinctFolders DistinctAsFarAs(CacheTrust trust, const FolderList& list) {
+  if (trust == CacheTrust::Blind) return DistinctFolders(list.GetFolders());
+  return {list.GetFolders(), Storage()};
+}
 
 // The main entry whose folder `isIt`, as an index.
 template <class Predicate>
@@ -31,15 +46,29 @@ std::optional<std::size_t> FindIndex(const FolderPath& path, const Predicate& is
 
 }  // namespace
 
+LoadedPath::LoadedPath(const FolderList& folders, const Folders& masks)
+    : LoadedPath(folders, DistinctFolders(folders.GetFolders(), Storage()), FolderEntryFactory(Storage()), masks) {}
+
 LoadedPath::LoadedPath(const Folders& folders, const Folders& masks)
-    : LoadedPath(DistinctFolders(folders, VornixStorageSystem::GetStorageSystemReference()), nullptr, masks) {}
+    : LoadedPath(FolderList("", [folders] { return folders; }), masks) {}
+
+LoadedPath::LoadedPath(const FolderList& folders, const ToolboxCache& cache, const Folders& masks)
+    : LoadedPath(folders, DistinctAsFarAs(cache.GetTrust(), folders), FolderEntryFactory(Storage(), cache), masks) {}
+
+LoadedPath::LoadedPath(const FolderList& folders, std::shared_ptr<const CachedPath> cached, const Folders& masks)
+    : LoadedPath(folders, std::nullopt, nullptr, std::move(cached), masks) {}
 
 LoadedPath::LoadedPath(const Quorvex::PathEnvironment::PathSnapshot& snapshot, const Folders& masks)
-    : LoadedPath(std::nullopt, snapshot.path, masks) {}
+    : LoadedPath(std::nullopt, std::nullopt, snapshot.path, nullptr, masks) {}
 
-LoadedPath::LoadedPath(std::optional<DistinctFolders> folders, std::shared_ptr<const FolderPath> leaf,
+LoadedPath::LoadedPath(const FolderList& list, const DistinctFolders& folders, const IPathEntryFactory& entries,
                        const Folders& masks)
-    : folders_(std::move(folders)), leaf_(folders_ ? ReadPath(*folders_) : std::move(leaf)) {
+    : LoadedPath(list, folders, FolderPathFactory().CreateFolderPath(folders, entries), nullptr, masks) {}
+
+LoadedPath::LoadedPath(std::optional<FolderList> list, std::optional<DistinctFolders> folders,
+                       std::shared_ptr<const FolderPath> leaf, std::shared_ptr<const CachedPath> cached,
+                       const Folders& masks)
+    : list_(std::move(list)), folders_(std::move(folders)), leaf_(std::move(leaf)), cached_(std::move(cached)) {
   std::set<std::size_t> masked;  // in path order, each once
   for (const AbsoluteIRI& mask : masks) {
     if (const auto index = IndexOf(mask)) {
@@ -49,11 +78,16 @@ LoadedPath::LoadedPath(std::optional<DistinctFolders> folders, std::shared_ptr<c
     }
   }
   for (const std::size_t index : masked) {
-    maskedFolders_.push_back((*leaf_->GetMainEntries())[index]);
-    maskedPositions_.push_back(leaf_->GetPositions()[index]);
+    maskedFolders_.push_back((*GetLeaf().GetMainEntries())[index]);
+    maskedPositions_.push_back(GetLeaf().GetPositions()[index]);
   }
-  view_ = leaf_;
-  if (!maskedFolders_.empty()) view_ = std::make_shared<const MaskedView>(leaf_, maskedFolders_);
+  if (!maskedFolders_.empty()) {
+    view_ = std::make_shared<const MaskedView>(GetSharedLeaf(), maskedFolders_);
+  } else if (cached_) {
+    view_ = cached_;
+  } else {
+    view_ = leaf_;
+  }
 }
 
 bool LoadedPath::IsMasked(std::size_t position) const {
@@ -62,14 +96,17 @@ bool LoadedPath::IsMasked(std::size_t position) const {
 
 EntryPtr LoadedPath::FindFolder(const AbsoluteIRI& folder) const {
   const auto index = IndexOf(folder);
-  return index ? (*leaf_->GetMainEntries())[*index] : nullptr;
+  return index ? (*GetLeaf().GetMainEntries())[*index] : nullptr;
 }
 
 std::optional<std::size_t> LoadedPath::IndexOf(const AbsoluteIRI& folder) const {
-  if (folders_) return folders_->IndexOf(folder);
-  const auto spelled = FindIndex(*leaf_, [&](const FolderEntry& entry) { return entry.GetLocation() == folder; });
+  if (list_) {
+    if (!folders_) folders_.emplace(list_->GetFolders(), Storage());
+    return folders_->IndexOf(folder);
+  }
+  const auto spelled = FindIndex(GetLeaf(), [&](const FolderEntry& entry) { return entry.GetLocation() == folder; });
   if (spelled) return spelled;
-  return FindIndex(*leaf_, [&](const FolderEntry& entry) { return entry.GetCanonicalLocation() == folder; });
+  return FindIndex(GetLeaf(), [&](const FolderEntry& entry) { return entry.GetCanonicalLocation() == folder; });
 }
 
 }  // namespace vornixpath

@@ -4,13 +4,18 @@
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <memory>
 #include <optional>
+#include <search_path_environment/cached_path.hpp>
 #include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/folder_path.hpp>
+#include <search_path_environment/path_problem.hpp>
 #include <search_path_environment/path_snapshot.hpp>
+#include <search_path_environment/toolbox_cache.hpp>
+#include <search_path_interfaces/factories.hpp>
 #include <search_path_interfaces/path.hpp>
 #include <vector>
 
 #include "entry_ptr.hpp"
+#include "folder_list.hpp"
 
 namespace vornixpath {
 
@@ -22,20 +27,38 @@ namespace vornixpath {
 class LoadedPath {
  public:
   using Folders = std::vector<foundation::storage::vfs::AbsoluteIRI>;
+  using FolderPath = Quorvex::PathEnvironment::FolderPath;
 
-  /// Reads each of `folders` once, under the first of its spellings, those of `masks` included.
+  /// Reads each of the folders once, under the first of its spellings, those of `masks` included.
+  explicit LoadedPath(const FolderList& folders, const Folders& masks = {});
   explicit LoadedPath(const Folders& folders, const Folders& masks = {});
+
+  /// The same, with what `cache` holds of some of them.
+  LoadedPath(const FolderList& folders, const Quorvex::PathEnvironment::ToolboxCache& cache, const Folders& masks);
+
+  /// The path of that list, or the first folders of it, which a cache holds.
+  LoadedPath(const FolderList& folders, std::shared_ptr<const Quorvex::PathEnvironment::CachedPath> cached,
+             const Folders& masks);
 
   /// What a snapshot holds. Storage is never asked about it: what it holds may stand on another machine, or no longer.
   explicit LoadedPath(const Quorvex::PathEnvironment::PathSnapshot& snapshot, const Folders& masks = {});
 
   /// Answers as a path without the masked folders would.
   [[nodiscard]] const Quorvex::PathManagement::IPath& GetView() const noexcept { return *view_; }
-  [[nodiscard]] const Quorvex::PathEnvironment::FolderPath& GetLeaf() const noexcept { return *leaf_; }
+  /// Of a path in a cache it is made now, which takes as long as the path.
+  [[nodiscard]] const FolderPath& GetLeaf() const { return *GetSharedLeaf(); }
   /// The same, for whoever outlives this object.
-  [[nodiscard]] const std::shared_ptr<const Quorvex::PathEnvironment::FolderPath>& GetSharedLeaf() const noexcept {
-    return leaf_;
+  [[nodiscard]] std::shared_ptr<const FolderPath> GetSharedLeaf() const {
+    return cached_ ? cached_->GetWhole() : leaf_;
   }
+
+  /// What went wrong while the path was read, in path order, without making the leaf of a path in a cache.
+  [[nodiscard]] std::vector<Quorvex::PathEnvironment::PathProblem> GetProblems() const {
+    return cached_ ? cached_->GetProblems() : leaf_->GetProblems();
+  }
+
+  /// Whether it is over the first folders of the list alone.
+  [[nodiscard]] bool IsPart() const noexcept { return cached_ && !cached_->IsWhole(); }
 
   /// The folders of the path that are masked, in path order.
   [[nodiscard]] const std::vector<EntryPtr>& GetMaskedFolders() const noexcept { return maskedFolders_; }
@@ -45,7 +68,7 @@ class LoadedPath {
   [[nodiscard]] bool IsMasked(std::size_t position) const;
 
   /// Whether storage may be asked about the path's folders.
-  [[nodiscard]] bool IsFromStorage() const noexcept { return folders_.has_value(); }
+  [[nodiscard]] bool IsFromStorage() const noexcept { return list_.has_value(); }
 
   /// The folder of the path that `folder` is in any spelling, masked or not, or null. Asks storage about a spelling
   /// that the path does not know; a snapshot knows how its folders were spelled and where they really were.
@@ -53,14 +76,19 @@ class LoadedPath {
 
  private:
   using DistinctFolders = Quorvex::PathEnvironment::DistinctFolders;
-  using FolderPath = Quorvex::PathEnvironment::FolderPath;
 
-  LoadedPath(std::optional<DistinctFolders> folders, std::shared_ptr<const FolderPath> leaf, const Folders& masks);
+  LoadedPath(std::optional<FolderList> list, std::optional<DistinctFolders> folders,
+             std::shared_ptr<const FolderPath> leaf, std::shared_ptr<const Quorvex::PathEnvironment::CachedPath> cached,
+             const Folders& masks);
+  LoadedPath(const FolderList& list, const DistinctFolders& folders,
+             const Quorvex::PathManagement::IPathEntryFactory& entries, const Folders& masks);
 
   [[nodiscard]] std::optional<std::size_t> IndexOf(const foundation::storage::vfs::AbsoluteIRI& folder) const;
 
-  std::optional<DistinctFolders> folders_;  // none of a snapshot
-  std::shared_ptr<const Quorvex::PathEnvironment::FolderPath> leaf_;
+  std::optional<FolderList> list_;                  // none of a snapshot
+  mutable std::optional<DistinctFolders> folders_;  // of the list, looked through when somebody asks
+  std::shared_ptr<const FolderPath> leaf_;          // unless cached_ makes it
+  std::shared_ptr<const Quorvex::PathEnvironment::CachedPath> cached_;
   std::vector<EntryPtr> maskedFolders_;
   std::vector<std::size_t> maskedPositions_;  // rising
   Folders idleMasks_;

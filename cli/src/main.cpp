@@ -4,6 +4,7 @@
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <ios>
+#include <search_path_environment/toolbox_cache_error.hpp>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ ExitStatus Run(const UndoOptions& options) { return RunUndo(options); }
 ExitStatus Run(const LogOptions& options) { return RunLog(options); }
 ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
 ExitStatus Run(const IriOptions& options) { return RunIri(options); }
+ExitStatus Run(const CacheOptions& options) { return RunCache(options); }
+ExitStatus Run(const StatusOptions& options) { return RunStatus(options); }
 
 ExitStatus RunArguments(const std::vector<std::string>& arguments) {
   const auto command = ParseCommandLine(arguments);
@@ -49,6 +52,9 @@ ExitStatus RunSafely(const std::vector<std::string>& arguments) {
     WriteMessage(error.what());
     WriteMessage("'vornixpath --help' tells what can be asked");
     return ExitStatus::WrongUsage;
+  } catch (const Quorvex::PathEnvironment::ToolboxCacheError& error) {
+    WriteMessage(std::string("the cache cannot be used: ") + error.what());
+    return ExitStatus::CouldNotWork;
   } catch (const std::exception& error) {
     WriteMessage(error.what());
     return ExitStatus::CouldNotWork;

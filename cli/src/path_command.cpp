@@ -5,10 +5,10 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iostream>
 #include <search_path_environment/distinct_folders.hpp>
-#include <search_path_environment/path_problem.hpp>
 #include <vector>
 
 #include "commands.hpp"
+#include "folder_state.hpp"
 #include "json_parts.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
@@ -23,29 +23,7 @@ using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::DroppedFolder;
 using Quorvex::PathEnvironment::KeptFolder;
-using Quorvex::PathEnvironment::PathProblem;
-using Quorvex::PathEnvironment::ProblemKind;
 using Quorvex::PathEnvironment::SameFolder;
-
-struct Standing {
-  std::string word;
-  std::string reason;  // empty for a folder that is present
-};
-
-Standing StandingAfter(const std::error_code& error, const AbsoluteIRI& folder) {
-  if (error == std::errc::no_such_file_or_directory)
-    return {"missing", ReasonOf(PathProblem{folder, ProblemKind::Missing, error})};
-  if (error == std::errc::not_a_directory)
-    return {"missing", ReasonOf(PathProblem{folder, ProblemKind::NotAFolder, error})};
-  const bool isLoop = error == std::errc::too_many_symbolic_link_levels;
-  return {isLoop ? "missing" : "unreadable", ReasonOf(PathProblem{folder, ProblemKind::Unreadable, error})};
-}
-
-Standing StandingOf(const KeptFolder& folder) {
-  return folder.error ? StandingAfter(folder.error, folder.location) : Standing{"present", ""};
-}
-
-Standing StandingOf(const DroppedFolder& folder) { return {"repeated", ReasonOf(folder)}; }
 
 // Calls `tell(folder)` for each kept or dropped folder, in the order of the list.
 template <class Tell>
@@ -69,7 +47,7 @@ void ForEachListed(const DistinctFolders& folders, bool onlyDistinct, const Tell
 void WriteAsLines(const DistinctFolders& folders, bool onlyDistinct) {
   constexpr std::size_t kWidth = std::string_view("unreadable").size() + 2;
   ForEachListed(folders, onlyDistinct, [](const auto& folder) {
-    const std::string word = StandingOf(folder).word;
+    const std::string word = StateOf(folder).word;
     WriteSafeResult(word + std::string(kWidth - word.size(), ' ') + ShownText(folder.location), OutputForm::Lines);
   });
 }
@@ -94,10 +72,10 @@ json::object WithPosition(const AbsoluteIRI& location, std::size_t position) {
 
 template <class AnyFolder>
 json::object FolderToJson(const AnyFolder& folder) {
-  const Standing standing = StandingOf(folder);
+  const FolderState state = StateOf(folder);
   json::object result = WithPosition(folder.location, folder.position);
-  result["state"] = standing.word;
-  if (!standing.reason.empty()) result["reason"] = standing.reason;
+  result["state"] = state.word;
+  if (!state.reason.empty()) result["reason"] = state.reason;
   return result;
 }
 

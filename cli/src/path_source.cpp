@@ -12,6 +12,7 @@
 #include <span>
 #include <stdexcept>
 
+#include "cached_loading.hpp"
 #include "current_folder.hpp"
 #include "location_argument.hpp"
 #include "location_text.hpp"
@@ -33,13 +34,22 @@ using Quorvex::PathEnvironment::SavedPathFile;
 // A file that names folders is small; anything larger is something else.
 constexpr std::size_t kLargestPathFile = std::size_t{64} << 20U;
 
-std::vector<AbsoluteIRI> FoldersFromText(const std::string& bytes) {
+// A text, told apart from the same text of another kind, or seen from another folder.
+std::string OriginOf(std::string_view kind, std::u16string_view base, std::string_view text) {
+  std::string origin(kind);
+  origin.append(1, '\0').append(fl::filesystem::to_bytes(base)).append(1, '\0').append(text);
+  return origin;
+}
+
+FolderList ListFromText(const std::string& bytes) {
   const std::u16string current = CurrentFolder();
-  std::vector<AbsoluteIRI> folders;
-  for (const std::u16string& folder : Quorvex::PathManagement::SplitVornixPath(from_bytes(bytes))) {
-    folders.push_back(LocationFromPath(folder, current));
-  }
-  return folders;
+  return {OriginOf("text", current, bytes), [bytes, current] {
+            std::vector<AbsoluteIRI> folders;
+            for (const std::u16string& folder : Quorvex::PathManagement::SplitVornixPath(from_bytes(bytes))) {
+              folders.push_back(LocationFromPath(folder, current));
+            }
+            return folders;
+          }};
 }
 
 std::string ContentOf(const AbsoluteIRI& file) {
@@ -77,21 +87,44 @@ std::vector<AbsoluteIRI> FoldersFromLines(const std::vector<std::string>& lines,
   return folders;
 }
 
-std::vector<AbsoluteIRI> FoldersFromFile(const std::string& name) {
+template <class Use>
+auto WithPathFile(const std::string& name, const Use& use) {
   try {
-    const AbsoluteIRI file = LocationFromText(from_bytes(name), CurrentFolder());
-    return FoldersFromLines(LinesOf(ContentOf(file)), file);
+    return use();
   } catch (const std::exception& exception) {
     throw std::runtime_error("cannot use the path file " + Quoted(from_bytes(name)) + ": " + exception.what());
   }
 }
 
+FolderList ListFromFile(const std::string& name) {
+  return WithPathFile(name, [&name]() -> FolderList {
+    const AbsoluteIRI file = LocationFromText(from_bytes(name), CurrentFolder());
+    const std::string content = ContentOf(file);
+    return {OriginOf("file", file.getParent().toString(), content), [name, file, content] {
+              return WithPathFile(name, [&] { return FoldersFromLines(LinesOf(content), file); });
+            }};
+  });
+}
+
+// The location has no part in it: what is saved is absolute.
+FolderList ListFromSaved(const SavedPathFile& session, const std::optional<std::string>& bytes) {
+  return {OriginOf("session", u"", bytes.value_or("")),
+          [session, bytes] { return session.Understand(bytes).GetFolders(); }};
+}
+
+FolderList ListFromSession(const std::optional<std::string>& name) {
+  const SavedPathFile session = SessionFile(name);
+  const std::optional<std::string> bytes = session.ReadBytes();
+  if (!bytes) WriteWarning("nothing was saved in " + Quoted(TextOf(session.GetLocation())) + " yet");
+  return ListFromSaved(session, bytes);
+}
+
 // Nothing when nothing was saved there yet.
-std::optional<std::vector<AbsoluteIRI>> FoldersFromDefaultSession() {
+std::optional<FolderList> ListFromDefaultSession() {
   const std::optional<SavedPathFile> session = DefaultSessionFile();
   const std::optional<std::string> bytes = session ? session->ReadBytes() : std::nullopt;
   if (!bytes) return std::nullopt;
-  return session->Understand(bytes).GetFolders();
+  return ListFromSaved(*session, bytes);
 }
 
 std::vector<AbsoluteIRI> MasksFrom(const std::vector<std::string>& arguments) {
@@ -111,26 +144,25 @@ Quorvex::PathEnvironment::PathSnapshot SnapshotIn(const std::string& file) {
 }  // namespace
 
 std::vector<AbsoluteIRI> FoldersFromSession(const std::optional<std::string>& name) {
-  const SavedPathFile session = SessionFile(name);
-  const std::optional<std::string> bytes = session.ReadBytes();
-  if (!bytes) WriteWarning("nothing was saved in " + Quoted(TextOf(session.GetLocation())) + " yet");
-  return session.Understand(bytes).GetFolders();
+  return ListFromSession(name).GetFolders();
 }
 
-std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) {
-  if (options.file) return FoldersFromFile(*options.file);
-  if (options.text) return FoldersFromText(*options.text);
-  if (options.session) return FoldersFromSession(options.session);
-  if (const auto variable = PathVariable()) return FoldersFromText(*variable);
-  if (auto folders = FoldersFromDefaultSession()) return *std::move(folders);
+FolderList ListFor(const PathOptions& options) {
+  if (options.file) return ListFromFile(*options.file);
+  if (options.text) return ListFromText(*options.text);
+  if (options.session) return ListFromSession(options.session);
+  if (const auto variable = PathVariable()) return ListFromText(*variable);
+  if (auto list = ListFromDefaultSession()) return *std::move(list);
   throw UsageError(
       "there is no path to search: give --path, --path-file, or set VORNIX_PATH, or 'vornixpath add FOLDER'");
 }
 
-LoadedPath LoadPath(const PathOptions& options) {
+std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) { return ListFor(options).GetFolders(); }
+
+LoadedPath LoadPath(const PathOptions& options, const CountDeciding& countDeciding) {
   const std::vector<AbsoluteIRI> masks = MasksFrom(options.masks);
-  LoadedPath path =
-      options.snapshot ? LoadedPath(SnapshotIn(*options.snapshot), masks) : LoadedPath(FoldersFor(options), masks);
+  LoadedPath path = options.snapshot ? LoadedPath(SnapshotIn(*options.snapshot), masks)
+                                     : LoadListed(ListFor(options), CacheChoice(options), masks, countDeciding);
   for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
     WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
   }

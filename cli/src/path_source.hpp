@@ -5,15 +5,19 @@
 #include <string>
 #include <vector>
 
+#include "cached_loading.hpp"
 #include "command_line.hpp"
+#include "folder_list.hpp"
 #include "loaded_path.hpp"
 
 namespace vornixpath {
 
-/// The folders that `options` name, else VORNIX_PATH, else the default session, in order and as they are given. Throws
-/// UsageError when nothing names any, std::runtime_error with file and line for a path file that cannot be used, and
-/// SavedPathError for such a session.
-/// A snapshot has no part in it.
+/// The folders that `options` name, else VORNIX_PATH, else the default session. Throws UsageError when nothing names
+/// any, std::runtime_error with file and line for a path file that cannot be used, and SavedPathError for such a
+/// session, here or when the list is asked for them. A snapshot has no part in it.
+[[nodiscard]] FolderList ListFor(const PathOptions& options);
+
+/// The same at once.
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFor(const PathOptions& options);
 
 /// The saved path of the session in the file `name`, or of the default one. Warns when nothing was saved there yet.
@@ -24,6 +28,9 @@ namespace vornixpath {
 /// The path over the folders of FoldersFor, each once, or that of the snapshot which `options` name; the masks of
 /// `options` applied. Warns of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile do, and UsageError
 /// for a mask that is malformed.
-[[nodiscard]] LoadedPath LoadPath(const PathOptions& options);
+///
+/// With the help of a cache, as `options` have it; then the path may be that of the first folders alone, as many as
+/// `countDeciding` says.
+[[nodiscard]] LoadedPath LoadPath(const PathOptions& options, const CountDeciding& countDeciding = CountAll);
 
 }  // namespace vornixpath

@@ -1,8 +1,5 @@
 #include "path_troubles.hpp"
 
-#include <algorithm>
-#include <iterator>
-
 #include "location_text.hpp"
 #include "output.hpp"
 
@@ -11,16 +8,22 @@ namespace vornixpath {
 using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathEnvironment::ProblemKind;
 
+namespace {
+
+// A repeat is no trouble.
+std::vector<PathProblem> TroublesAmong(std::vector<PathProblem> problems) {
+  std::erase_if(problems, [](const PathProblem& problem) { return problem.kind == ProblemKind::Repeated; });
+  return problems;
+}
+
+}  // namespace
+
 std::vector<PathProblem> TroublesOf(const Quorvex::PathEnvironment::FolderPath& path) {
-  std::vector<PathProblem> troubles;
-  const auto& problems = path.GetProblems();
-  std::copy_if(problems.begin(), problems.end(), std::back_inserter(troubles),
-               [](const PathProblem& problem) { return problem.kind != ProblemKind::Repeated; });
-  return troubles;
+  return TroublesAmong(path.GetProblems());
 }
 
 std::vector<PathProblem> TroublesOf(const LoadedPath& path) {
-  std::vector<PathProblem> troubles = TroublesOf(path.GetLeaf());
+  std::vector<PathProblem> troubles = TroublesAmong(path.GetProblems());
   std::erase_if(troubles, [&path](const PathProblem& trouble) { return path.IsMasked(trouble.position); });
   return troubles;
 }

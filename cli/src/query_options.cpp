@@ -1,5 +1,7 @@
 // The options that several queries have in common.
 
+#include <map>
+
 #include "command_syntax.hpp"
 #include "usage_error.hpp"
 
@@ -34,6 +36,29 @@ void AddSnapshotOption(CLI::App& command, PathOptions& path) {
       ->type_name("FILE");
 }
 
+void AddCacheFileOption(CLI::App& command, PathOptions& path) {
+  command
+      .add_option("--cache-file", path.cacheFile,
+                  "The file of the cache, in place of the usual one,\n"
+                  "vornixpath/toolbox.cache in the user's cache folder")
+      ->type_name("FILE");
+}
+
+void AddCacheOptions(CLI::App& command, PathOptions& path) {
+  static const std::map<std::string, CacheUse> kUses = {
+      {"auto", CacheUse::Auto}, {"off", CacheUse::Off}, {"require", CacheUse::Require}};
+  command
+      .add_option("--cache", path.cache,
+                  "Whether a cache that 'vornixpath cache write' wrote\n"
+                  "stands for folders: auto, where it is proven that they\n"
+                  "have not changed since; off; or require, as they were\n"
+                  "then, whatever has changed")
+      ->transform(CLI::Transformer(kUses, CLI::ignore_case).description(""))
+      ->type_name("auto|off|require")
+      ->default_str("auto");
+  AddCacheFileOption(command, path);
+}
+
 void AddExtensionOption(CLI::App& command, std::string& extensions) {
   command
       .add_option("--ext", extensions,
@@ -55,6 +80,9 @@ void RefuseTwoPaths(const PathOptions& path) {
   if (path.snapshot && path.file) throw UsageError("--snapshot and --path-file exclude each other");
   if (path.snapshot && path.session) throw UsageError("--snapshot and --session exclude each other");
   RefuseEmptySession(path.session);
+  if (path.snapshot && path.cache == CacheUse::Require)
+    throw UsageError("--snapshot and --cache require exclude each other");
+  if (path.cacheFile && path.cacheFile->empty()) throw UsageError("the FILE of --cache-file is empty");
   if (path.snapshot && path.snapshot->empty()) throw UsageError("the FILE of --snapshot is empty");
 }
 

@@ -63,6 +63,7 @@ CommandSyntax AddWhich(CLI::App& app) {
   AddPathOptions(command, options->path);
   AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
+  AddCacheOptions(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
   command.add_flag("--all", options->all, "List the winner and everything it hides");
@@ -86,6 +87,7 @@ CommandSyntax AddWhy(CLI::App& app) {
   AddPathOptions(command, options->path);
   AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
+  AddCacheOptions(command, options->path);
   AddFromOption(command, options->from);
   AddExtensionOption(command, options->extensions);
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
@@ -107,6 +109,7 @@ CommandSyntax AddMatch(CLI::App& app) {
   AddPathOptions(command, options->path);
   AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
+  AddCacheOptions(command, options->path);
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to folder names");
   command.add_flag("--strict", options->strict,
                    "Let no mark '+' and no enclosing special folder be\n"
@@ -128,6 +131,7 @@ CommandSyntax AddFiles(CLI::App& app) {
   AddPathOptions(command, options->path);
   AddSnapshotOption(command, options->path);
   AddMaskOption(command, options->path);
+  AddCacheOptions(command, options->path);
   command
       .add_option("--scope", options->scope,
                   "The folders to look into: the plain ones (main), all\n"

@@ -1,11 +1,11 @@
 #include "session.hpp"
 
-#include <cstdlib>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/location_from_text.hpp>
 
 #include "current_folder.hpp"
+#include "environment_variable.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
@@ -15,13 +15,6 @@ namespace {
 using fl::filesystem::from_bytes;
 using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::SavedPathFile;
-
-// Nothing for a variable that is missing or empty.
-std::optional<std::string> Variable(const char* name) {
-  const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody sets variables
-  if (value == nullptr || *value == '\0') return std::nullopt;
-  return value;
-}
 
 std::optional<SavedPathFile> SessionBelow(const char* variable, const std::string& place) {
   const std::optional<std::string> folder = Variable(variable);

@@ -24,6 +24,7 @@ void RefuseIdleOptions(const CompareOptions& options) {
 CommandSyntax AddSnapshot(CLI::App& app) {
   const auto options = std::make_shared<SnapshotOptions>();
   CLI::App& command = AddCommand(app, "snapshot", "FILE", "Keep in FILE what the folders of the path hold now");
+  options->path.cache = CacheUse::Off;  // what is kept is what was read
   AddPathOptions(command, options->path);
   AddUnreadableIsFailureFlag(command, options->strict);
   command.footer(

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <fl/filesystem/text_codec.hpp>
+#include <search_path_environment/cached_path.hpp>
+#include <search_path_environment/toolbox_cache.hpp>
 #include <search_path_utilities/lookup.hpp>
+#include <utility>
 
 #include "commands.hpp"
 #include "extension_list.hpp"
@@ -17,40 +20,76 @@ namespace vornixpath {
 namespace {
 
 using fl::filesystem::from_bytes;
+using Quorvex::PathManagement::FoundItem;
 using Quorvex::PathManagement::detail::SearchTarget;
 
-void ReportMiss(const std::u16string& name, const SearchTarget& target) {
-  WriteMessage(Quoted(name) + " means no file on the path (looked for " + ListLookedFor(target) + ")");
+using Quorvex::PathEnvironment::CachedPath;
+using Quorvex::PathEnvironment::ToolboxCache;
+using Names = std::vector<std::u16string>;
+using Targets = std::vector<SearchTarget>;
+
+// Whether each name is answered by the first folder that has it, so that a cache need not prove the folders behind.
+bool IsDecidedEarly(const WhichOptions& options) {
+  return !options.all && !options.from && !options.ignoreCase && !options.json && !options.strict;
 }
 
-Answer AnswerFor(const std::u16string& name, const std::vector<std::u16string>& extensions,
-                 const Standpoint& standpoint, bool all) {
-  const SearchTarget target =
-      Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, extensions);
-  Answer answer{name, {}};
-  if (all) {
-    answer.files = FindAllFiles(standpoint, target);
-  } else if (auto found = FindVisibleFile(standpoint, target)) {
-    answer.files.push_back(std::move(*found));
+std::size_t CountDecidingAll(const Targets& targets, const ToolboxCache& cache) {
+  std::size_t count = 0;
+  for (const SearchTarget& target : targets) count = std::max(count, CachedPath::CountDeciding(cache, target));
+  return count;
+}
+
+std::vector<FoundItem> FilesFor(const SearchTarget& target, const Standpoint& standpoint, bool all) {
+  if (all) return FindAllFiles(standpoint, target);
+  std::vector<FoundItem> files;
+  if (auto found = FindVisibleFile(standpoint, target)) files.push_back(std::move(*found));
+  return files;
+}
+
+// In the order of the names.
+std::vector<Answer> AnswersOn(const LoadedPath& path, const Names& names, const Targets& targets,
+                              const WhichOptions& options) {
+  const Standpoint standpoint = StandpointOn(path, options.from, options.ignoreCase);
+  std::vector<Answer> answers;
+  answers.reserve(targets.size());
+  for (std::size_t i = 0; i < targets.size(); ++i) {
+    answers.push_back({names[i], FilesFor(targets[i], standpoint, options.all)});
   }
-  if (answer.files.empty()) ReportMiss(name, target);
-  return answer;
+  return answers;
+}
+
+bool AllFound(const std::vector<Answer>& answers) {
+  return std::none_of(answers.begin(), answers.end(), [](const Answer& answer) { return answer.files.empty(); });
+}
+
+void ReportMisses(const std::vector<Answer>& answers, const Targets& targets) {
+  for (std::size_t i = 0; i < answers.size(); ++i) {
+    if (!answers[i].files.empty()) continue;
+    WriteMessage(Quoted(answers[i].name) + " means no file on the path (looked for " + ListLookedFor(targets[i]) + ")");
+  }
 }
 
 }  // namespace
 
 ExitStatus RunWhich(const WhichOptions& options) {
-  const LoadedPath path = LoadPath(options.path);
+  const std::vector<std::u16string> extensions = ExtensionsFromText(from_bytes(options.extensions));
+  Names names;
+  for (const std::string& name : options.names) names.push_back(from_bytes(name));
+  Targets targets;  // they borrow names and extensions
+  for (const std::u16string& name : names) {
+    targets.push_back(Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, extensions));
+  }
+
+  const auto countDeciding = [&](const ToolboxCache& cache) { return CountDecidingAll(targets, cache); };
+  LoadedPath path = IsDecidedEarly(options) ? LoadPath(options.path, countDeciding) : LoadPath(options.path);
+  std::vector<Answer> answers = AnswersOn(path, names, targets, options);
+  if (!AllFound(answers) && path.IsPart()) {  // a file that the cache knew is gone
+    path = LoadPath(options.path);
+    answers = AnswersOn(path, names, targets, options);
+  }
   const auto troubles = TroublesOf(path);
   Warn(troubles);
-
-  const Standpoint standpoint = StandpointOn(path, options.from, options.ignoreCase);
-  const std::vector<std::u16string> extensions = ExtensionsFromText(from_bytes(options.extensions));
-  std::vector<Answer> answers;
-  answers.reserve(options.names.size());
-  for (const std::string& name : options.names) {
-    answers.push_back(AnswerFor(from_bytes(name), extensions, standpoint, options.all));
-  }
+  ReportMisses(answers, targets);
 
   if (options.json) {
     WriteAsJson(answers, troubles);
@@ -58,9 +97,7 @@ ExitStatus RunWhich(const WhichOptions& options) {
     WriteAsLines(answers, options.form);
   }
   if (options.strict && !troubles.empty()) return ExitStatus::Incomplete;
-  const bool allFound =
-      std::none_of(answers.begin(), answers.end(), [](const Answer& answer) { return answer.files.empty(); });
-  return allFound ? ExitStatus::Yes : ExitStatus::No;
+  return AllFound(answers) ? ExitStatus::Yes : ExitStatus::No;
 }
 
 }  // namespace vornixpath

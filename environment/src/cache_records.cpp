@@ -183,6 +183,12 @@ Standing CacheRecords::StandingOfMain(std::size_t main) const {
   return standing;
 }
 
+bool CacheRecords::CanBeProven(std::size_t main) const {
+  const Extent extent = ExtentOf(main);
+  const auto rows = image_.Rows<EntryRow>(Section::Entries, extent.first, extent.count);
+  return std::all_of(rows.begin(), rows.end(), [this](const EntryRow& row) { return ProofOf(row).CanProve(); });
+}
+
 AbsoluteIRI CacheRecords::CanonicalOf(const EntryRow& row, const AbsoluteIRI& location,
                                       const AbsoluteIRI* parentsCanonical) const {
   const bool isRecorded = row.canonical.size != 0;

@@ -58,6 +58,8 @@ class CacheRecords {
   /// How the folder of a main entry, with those below it, stands to what was recorded: what the worst of them is, but
   /// that folders below can be no worse than changed.
   [[nodiscard]] Standing StandingOfMain(std::size_t main) const;
+  /// Whether it can be anything but changed.
+  [[nodiscard]] bool CanBeProven(std::size_t main) const;
 
   /// The main entry with all that is below it; made by the first call, and the same object ever after. What its
   /// canonical location is, storage is asked, unless it is to be trusted blindly.

@@ -326,6 +326,8 @@ std::size_t CachedPath::CountDeciding(const ToolboxCache& cache, const SearchTar
 
 std::shared_ptr<const FolderPath> CachedPath::GetWhole() const { return state_->Whole(); }
 
+bool CachedPath::IsWhole() const noexcept { return state_->count == state_->Records().CountOfMains(); }
+
 std::size_t CachedPath::CountRead() const noexcept { return state_->read.size(); }
 
 std::vector<PathProblem> CachedPath::GetProblems() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
 #include <search_path_environment/toolbox_cache.hpp>
@@ -9,6 +10,7 @@
 
 #include "cache_index.hpp"
 #include "cache_records.hpp"
+#include "parallel.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -83,6 +85,22 @@ bool ToolboxCache::HoldsList(const std::vector<AbsoluteIRI>& folders) const {
   return std::equal(rows.begin(), rows.end(), folders.begin(), [this](const ListedRow& row, const AbsoluteIRI& folder) {
     return TextListed(*records_, row) == folder.toString();
   });
+}
+
+std::vector<RecordedFolder> ToolboxCache::ExamineFolders() const {
+  std::vector<std::optional<RecordedFolder>> examined(records_->CountOfMains());
+  InParallel(examined.size(), [&](std::size_t main) {
+    examined[main] = {records_->LocationOfMain(main), records_->StandingOfMain(main), records_->CanBeProven(main)};
+  });
+  std::vector<RecordedFolder> folders;
+  for (auto& folder : examined) folders.push_back(*std::move(folder));
+  return folders;
+}
+
+std::vector<std::shared_ptr<const FolderEntry>> ToolboxCache::GetMainEntries() const {
+  std::vector<std::shared_ptr<const FolderEntry>> entries(records_->CountOfMains());
+  InParallel(entries.size(), [&](std::size_t main) { entries[main] = records_->MainEntry(main); });
+  return entries;
 }
 
 void ToolboxCache::Check() const {

@@ -87,7 +87,7 @@ std::string RunCommand(const std::string& command, const fs::path& root) {
   std::ofstream(work / "command") << "cd " << root << "\nPATH=" << PROGRAM_FOLDER << ":$PATH\nTOOLBOX=" << TOOLBOX
                                   << "\nHOME=" << work / "home"
                                   << "\nXDG_STATE_HOME=" << state
-                                  << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH\n"
+                                  << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH XDG_CACHE_HOME\n"
                                   << command << '\n';
   const std::string quoted = '"' + work.string();
   const int status = std::system(  // NOLINT(cert-env33-c,concurrency-mt-unsafe): a shell is what transcripts are about

@@ -52,6 +52,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT CachedPath final : public PathManagement::I
   /// As FolderPath::GetProblems; makes no entry.
   [[nodiscard]] std::vector<PathProblem> GetProblems() const;
 
+  /// Whether it is over all of the cache's folders.
+  [[nodiscard]] bool IsWhole() const noexcept;
+
   /// How many folders were not proven, and so were read.
   [[nodiscard]] std::size_t CountRead() const noexcept;
 

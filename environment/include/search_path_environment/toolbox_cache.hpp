@@ -11,6 +11,8 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <memory>
 #include <search_path_environment/export.hpp>
+#include <search_path_environment/folder_entry.hpp>
+#include <search_path_environment/folder_proof.hpp>
 #include <search_path_environment/toolbox_cache_error.hpp>
 #include <string_view>
 #include <vector>
@@ -18,6 +20,14 @@
 namespace Quorvex::PathEnvironment {
 
 class CacheRecords;
+
+/// A main folder that a cache holds, compared with what stands on disk.
+struct RecordedFolder {
+  foundation::storage::vfs::AbsoluteIRI location;
+  Standing standing;
+  bool canBeProven;  ///< false for one that was in trouble, or touched too shortly before it was read: it is read anew
+                     ///< each time
+};
 
 enum class CacheTrust : std::uint8_t {
   Proven,  ///< storage is asked whether a folder is still as it was
@@ -49,6 +59,12 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ToolboxCache {
   [[nodiscard]] bool HoldsListFrom(std::string_view origin) const;
   /// Whether it holds a whole path, the one of this very list. O(folders).
   [[nodiscard]] bool HoldsList(const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders) const;
+
+  /// Asks storage about every folder, by several threads for many. In path order.
+  [[nodiscard]] std::vector<RecordedFolder> ExamineFolders() const;
+
+  /// The main entries, in path order. O(names) for the first call.
+  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainEntries() const;
 
   /// Reads every byte and follows every reference.
   void Check() const;

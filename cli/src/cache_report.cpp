@@ -1,0 +1,167 @@
+#include "cache_report.hpp"
+
+#include <algorithm>
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/serialize.hpp>
+#include <chrono>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <iostream>
+#include <search_path_environment/distinct_folders.hpp>
+#include <search_path_environment/folder_entry_factory.hpp>
+#include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_environment/utc_time.hpp>
+
+#include "json_parts.hpp"
+#include "location_text.hpp"
+#include "output.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+namespace json = boost::json;
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::DistinctFolders;
+using Quorvex::PathEnvironment::FolderEntry;
+using Quorvex::PathEnvironment::RecordedFolder;
+using Quorvex::PathEnvironment::Standing;
+using Quorvex::PathEnvironment::ToolboxCache;
+using Quorvex::PathEnvironment::ToolboxCacheError;
+
+void WriteLine(std::string_view label, const std::string& text) {
+  constexpr std::size_t kWidth = 11;
+  WriteSafeResult(std::string(label) + std::string(kWidth - label.size(), ' ') + text, OutputForm::Lines);
+}
+
+void WriteJson(const json::object& document) { std::cout << json::serialize(document) << '\n'; }
+
+std::string TimeOf(const ToolboxCache& cache) {
+  return Quorvex::PathEnvironment::ToText(std::chrono::floor<std::chrono::seconds>(cache.GetTimeOfWriting()));
+}
+
+// In a word; empty for a folder that is as it was.
+std::string WordFor(const RecordedFolder& folder) {
+  if (!folder.canBeProven) return "unproven";
+  if (folder.standing == Standing::Proven) return "";
+  return folder.standing == Standing::Changed ? "changed" : "another";
+}
+
+void WriteHoldings(const AbsoluteIRI& file, const ToolboxCache& cache) {
+  WriteLine("cache", ShownText(file));
+  WriteLine("written", TimeOf(cache) + ", " + Counted(cache.GetSize(), "byte"));
+  WriteLine("root", ShownText(cache.GetRoot()));
+  WriteLine("holds", Counted(cache.CountFolders(), "folder") + ", " +
+                         Counted(cache.CountEntries() - cache.CountFolders(), "special folder") + " in them, " +
+                         Counted(cache.CountNames(), "name"));
+}
+
+json::object HoldingsToJson(const AbsoluteIRI& file, const ToolboxCache& cache) {
+  return {{"cache", ToJson(file)},           {"written", TimeOf(cache)},
+          {"bytes", cache.GetSize()},        {"root", ToJson(cache.GetRoot())},
+          {"folders", cache.CountFolders()}, {"specialFolders", cache.CountEntries() - cache.CountFolders()},
+          {"names", cache.CountNames()}};
+}
+
+std::size_t CountProven(const std::vector<RecordedFolder>& folders) {
+  return static_cast<std::size_t>(std::count_if(folders.begin(), folders.end(),
+                                                [](const RecordedFolder& folder) { return WordFor(folder).empty(); }));
+}
+
+json::array ReadAnewToJson(const std::vector<RecordedFolder>& folders) {
+  json::array array;
+  for (const RecordedFolder& folder : folders) {
+    if (WordFor(folder).empty()) continue;
+    json::object object = ToJson(folder.location);
+    object["state"] = WordFor(folder);
+    array.push_back(std::move(object));
+  }
+  return array;
+}
+
+}  // namespace
+
+std::string Counted(std::size_t count, std::string_view thing) {
+  return std::to_string(count) + ' ' + std::string(thing) + (count == 1 ? "" : "s");
+}
+
+std::vector<VerifiedFolder> CompareWithDisk(const ToolboxCache& cache) {
+  const auto storage = VornixStorageSystem::GetStorageSystemReference();
+  const auto recorded = cache.GetMainEntries();
+  std::vector<AbsoluteIRI> locations;
+  for (const auto& entry : recorded) locations.push_back(entry->GetLocation());
+  const auto path = Quorvex::PathEnvironment::FolderPathFactory().CreateFolderPath(
+      DistinctFolders(locations), Quorvex::PathEnvironment::FolderEntryFactory(storage));
+  const auto read = path->GetMainEntries();
+
+  std::vector<VerifiedFolder> folders;
+  for (RecordedFolder& folder : cache.ExamineFolders()) {
+    const std::size_t place = folders.size();
+    const auto& now = static_cast<const FolderEntry&>(*read->at(place));
+    folders.push_back({std::move(folder), recorded[place]->HoldsTheSameAs(now)});
+  }
+  return folders;
+}
+
+bool IsWrong(const VerifiedFolder& folder) { return !folder.isTheSame && folder.recorded.standing == Standing::Proven; }
+
+bool IsAnyWrong(const std::vector<VerifiedFolder>& folders) {
+  return std::any_of(folders.begin(), folders.end(), IsWrong);
+}
+
+void ReportWritten(const AbsoluteIRI& file, const ToolboxCache& cache, bool json) {
+  if (json) return WriteJson(HoldingsToJson(file, cache));
+  WriteHoldings(file, cache);
+}
+
+void ReportRefused(const AbsoluteIRI& file, const ToolboxCacheError& error, bool json) {
+  if (json) return WriteJson({{"cache", ToJson(file)}, {"refused", error.what()}});
+  WriteLine("cache", ShownText(file));
+  WriteLine("not used", error.what());
+}
+
+void ReportStatus(const AbsoluteIRI& file, const ToolboxCache& cache, const CacheStanding& standing, bool json) {
+  const std::size_t proven = CountProven(standing.folders);
+  if (json) {
+    json::object document = HoldingsToJson(file, cache);
+    document["holdsThisPath"] = standing.isOfThisList;
+    document["proven"] = proven;
+    document["readAnew"] = ReadAnewToJson(standing.folders);
+    return WriteJson(document);
+  }
+  WriteHoldings(file, cache);
+  WriteLine("path", standing.isOfThisList ? "it holds this path"
+                                          : "it holds another path: its folders are used, its index is not");
+  WriteLine("proven", Counted(proven, "folder"));
+  WriteLine("read anew", Counted(standing.folders.size() - proven, "folder"));
+  for (const RecordedFolder& folder : standing.folders) {
+    const std::string word = WordFor(folder);
+    if (!word.empty()) WriteLine("  " + word, ShownText(folder.location));
+  }
+}
+
+void ReportVerified(const AbsoluteIRI& file, const ToolboxCache& cache, const std::vector<VerifiedFolder>& folders,
+                    bool json) {
+  const auto count = [&folders](const auto& isMeant) {
+    return static_cast<std::size_t>(std::count_if(folders.begin(), folders.end(), isMeant));
+  };
+  const std::size_t same = count([](const VerifiedFolder& folder) { return folder.isTheSame; });
+  const std::size_t wrong = count(IsWrong);
+  if (json) {
+    json::object document = HoldingsToJson(file, cache);
+    document["same"] = same;
+    document["changed"] = folders.size() - same - wrong;
+    document["wrong"] = wrong;
+    return WriteJson(document);
+  }
+  WriteHoldings(file, cache);
+  WriteLine("same", Counted(same, "folder"));
+  WriteLine("changed", Counted(folders.size() - same - wrong, "folder"));
+  WriteLine("wrong", Counted(wrong, "folder"));
+  for (const VerifiedFolder& folder : folders) {
+    if (IsWrong(folder)) WriteLine("  wrong", ShownText(folder.recorded.location));
+  }
+}
+
+}  // namespace vornixpath

@@ -1,0 +1,94 @@
+#include "cached_loading.hpp"
+
+#include <fl/filesystem/text_codec.hpp>
+#include <foundation/storage/vfs/storage_system.hpp>
+#include <search_path_environment/cached_path.hpp>
+#include <search_path_environment/distinct_folders.hpp>
+#include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_environment/location_from_text.hpp>
+#include <stdexcept>
+
+#include "environment_variable.hpp"
+#include "location_argument.hpp"
+#include "location_text.hpp"
+#include "output.hpp"
+#include "usage_error.hpp"
+
+namespace vornixpath {
+
+namespace {
+
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+using Quorvex::PathEnvironment::CachedPath;
+using Quorvex::PathEnvironment::CacheRefusal;
+using Quorvex::PathEnvironment::CacheTrust;
+using Quorvex::PathEnvironment::DistinctFolders;
+using Quorvex::PathEnvironment::FolderPathFactory;
+using Quorvex::PathEnvironment::ToolboxCache;
+using Quorvex::PathEnvironment::ToolboxCacheError;
+using Folders = std::vector<AbsoluteIRI>;
+
+std::optional<AbsoluteIRI> FileBelow(const std::optional<std::string>& folder, const std::string& place) {
+  if (!folder || folder->front() != '/') return std::nullopt;
+  return Quorvex::PathEnvironment::LocationFromPath(fl::filesystem::from_bytes(*folder + place), u"/");
+}
+
+std::optional<ToolboxCache> Opened(const CacheChoice& choice) {
+  if (choice.use == CacheUse::Off || !choice.file) return std::nullopt;
+  const CacheTrust trust = choice.use == CacheUse::Require ? CacheTrust::Blind : CacheTrust::Proven;
+  try {
+    return ToolboxCache::Open(VornixStorageSystem::GetStorageSystemReference(), *choice.file, trust);
+  } catch (const ToolboxCacheError& error) {
+    if (choice.use == CacheUse::Auto && error.GetRefusal() == CacheRefusal::Missing) return std::nullopt;
+    throw;
+  }
+}
+
+// The path of the list that the cache holds; null when it holds another one, or a folder is not the one it was.
+std::shared_ptr<const CachedPath> FromCache(const FolderList& list, const ToolboxCache& cache,
+                                            const CountDeciding& countDeciding) {
+  if (!cache.HoldsListFrom(list.GetOrigin()) && !cache.HoldsList(list.GetFolders())) return nullptr;
+  return CachedPath::Make(cache, countDeciding(cache), [list](const auto& entries) {
+    const auto storage = VornixStorageSystem::GetStorageSystemReference();
+    return FolderPathFactory().CreateFolderPath(DistinctFolders(list.GetFolders(), storage), entries);
+  });
+}
+
+LoadedPath LoadWith(const ToolboxCache& cache, const FolderList& list, const Folders& masks,
+                    const CountDeciding& countDeciding) {
+  if (const auto cached = FromCache(list, cache, masks.empty() ? countDeciding : CountAll)) {
+    return {list, cached, masks};
+  }
+  return {list, cache, masks};
+}
+
+}  // namespace
+
+std::optional<AbsoluteIRI> UsualCacheFile() {
+  if (auto file = FileBelow(Variable("XDG_CACHE_HOME"), "/vornixpath/toolbox.cache")) return file;
+  return FileBelow(Variable("HOME"), "/.cache/vornixpath/toolbox.cache");
+}
+
+CacheChoice::CacheChoice(const PathOptions& options)
+    : use(options.cache), file(options.cacheFile ? LocationFromArgument(*options.cacheFile) : UsualCacheFile()) {
+  if (use == CacheUse::Require && !file) {
+    throw UsageError("there is no place for a cache: give --cache-file, or set HOME to an absolute path");
+  }
+}
+
+std::size_t CountAll(const ToolboxCache& cache) { return cache.CountFolders(); }
+
+LoadedPath LoadListed(const FolderList& list, const CacheChoice& choice, const Folders& masks,
+                      const CountDeciding& countDeciding) {
+  try {
+    if (const auto cache = Opened(choice)) return LoadWith(*cache, list, masks, countDeciding);
+  } catch (const ToolboxCacheError& error) {
+    const std::string file = "the cache " + Quoted(TextOf(*choice.file));
+    if (choice.use == CacheUse::Require) throw std::runtime_error(file + " cannot be used: " + error.what());
+    WriteWarning(file + " is not used: " + error.what());
+  }
+  return LoadedPath(list, masks);
+}
+
+}  // namespace vornixpath

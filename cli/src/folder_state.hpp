@@ -1,0 +1,17 @@
+// What became of a folder of the list, in a word and a reason.
+#pragma once
+
+#include <search_path_environment/distinct_folders.hpp>
+#include <string>
+
+namespace vornixpath {
+
+struct FolderState {
+  std::string word;    ///< "present", "missing", "unreadable" or "repeated"
+  std::string reason;  ///< empty for a folder that is present
+};
+
+[[nodiscard]] FolderState StateOf(const Quorvex::PathEnvironment::KeptFolder& folder);
+[[nodiscard]] FolderState StateOf(const Quorvex::PathEnvironment::DroppedFolder& folder);
+
+}  // namespace vornixpath
