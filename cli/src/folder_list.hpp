@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,8 +17,8 @@ class FolderList {
  public:
   using Folders = std::vector<foundation::storage::vfs::AbsoluteIRI>;
 
-  /// What `understand` gives follows from `origin` alone.
-  FolderList(std::string origin, std::function<Folders()> understand)
+  /// What `understand(origin)` gives follows from `origin` alone.
+  FolderList(std::string origin, std::function<Folders(std::string_view)> understand)
       : state_(std::make_shared<State>(State{std::move(origin), std::move(understand), std::nullopt})) {}
 
   /// The bytes that tell the list, and where relative names in it begin. Empty when other things decide, too.
@@ -25,14 +26,14 @@ class FolderList {
 
   /// Throws what keeps the bytes from being understood.
   [[nodiscard]] const Folders& GetFolders() const {
-    if (!state_->folders) state_->folders = state_->understand();
+    if (!state_->folders) state_->folders = state_->understand(state_->origin);
     return *state_->folders;
   }
 
  private:
   struct State {
     std::string origin;
-    std::function<Folders()> understand;
+    std::function<Folders(std::string_view)> understand;
     std::optional<Folders> folders;
   };
   std::shared_ptr<State> state_;

@@ -50,7 +50,7 @@ LoadedPath::LoadedPath(const FolderList& folders, const Folders& masks)
     : LoadedPath(folders, DistinctFolders(folders.GetFolders(), Storage()), FolderEntryFactory(Storage()), masks) {}
 
 LoadedPath::LoadedPath(const Folders& folders, const Folders& masks)
-    : LoadedPath(FolderList("", [folders] { return folders; }), masks) {}
+    : LoadedPath(FolderList("", [folders](std::string_view /*origin*/) { return folders; }), masks) {}
 
 LoadedPath::LoadedPath(const FolderList& folders, const ToolboxCache& cache, const Folders& masks)
     : LoadedPath(folders, DistinctAsFarAs(cache.GetTrust(), folders), FolderEntryFactory(Storage(), cache), masks) {}

@@ -1,7 +1,6 @@
 #include "path_source.hpp"
 
 #include <algorithm>
-#include <array>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <foundation/storage/vfs/exception.hpp>
@@ -34,40 +33,61 @@ using Quorvex::PathEnvironment::SavedPathFile;
 // A file that names folders is small; anything larger is something else.
 constexpr std::size_t kLargestPathFile = std::size_t{64} << 20U;
 
-// A text, told apart from the same text of another kind, or seen from another folder.
-std::string OriginOf(std::string_view kind, std::u16string_view base, std::string_view text) {
-  std::string origin(kind);
-  origin.append(1, '\0').append(fl::filesystem::to_bytes(base)).append(1, '\0').append(text);
-  return origin;
+// The bytes of a list behind what tells them apart from the same bytes of another kind, or seen from another folder.
+struct Origin {
+  std::string bytes;
+  std::size_t begin;  // of the list
+
+  Origin(std::string_view kind, std::u16string_view base) : bytes(kind) {
+    bytes.append(1, '\0').append(fl::filesystem::to_bytes(base)).append(1, '\0');
+    begin = bytes.size();
+  }
+};
+
+// `understand(list)` makes folders of the bytes of the list.
+template <class Understand>
+FolderList ListFrom(Origin origin, const Understand& understand) {
+  return {std::move(origin.bytes),
+          [begin = origin.begin, understand](std::string_view bytes) { return understand(bytes.substr(begin)); }};
 }
 
 FolderList ListFromText(const std::string& bytes) {
   const std::u16string current = CurrentFolder();
-  return {OriginOf("text", current, bytes), [bytes, current] {
-            std::vector<AbsoluteIRI> folders;
-            for (const std::u16string& folder : Quorvex::PathManagement::SplitVornixPath(from_bytes(bytes))) {
-              folders.push_back(LocationFromPath(folder, current));
-            }
-            return folders;
-          }};
+  Origin origin("text", current);
+  origin.bytes += bytes;
+  return ListFrom(std::move(origin), [current](std::string_view text) {
+    std::vector<AbsoluteIRI> folders;
+    for (const std::u16string& folder : Quorvex::PathManagement::SplitVornixPath(from_bytes(text))) {
+      folders.push_back(LocationFromPath(folder, current));
+    }
+    return folders;
+  });
 }
 
-std::string ContentOf(const AbsoluteIRI& file) {
-  const auto reader = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file)->OpenForReading(file);
-  std::string content;
-  std::array<char, 65536> buffer;
-  while (const std::size_t count = reader->Read(std::as_writable_bytes(std::span(buffer)))) {
-    content.append(buffer.data(), count);
-    if (content.size() > kLargestPathFile) throw std::runtime_error("it is too large to be a list of folders");
+void AppendContent(const AbsoluteIRI& file, std::string& bytes) {
+  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+  const auto reader = storage->OpenForReading(file);
+  const std::size_t begin = bytes.size();
+  const auto requireSize = [](std::size_t size) {
+    if (size > kLargestPathFile) throw std::runtime_error("it is too large to be a list of folders");
+  };
+  const auto size = static_cast<std::size_t>(storage->Stat(file).size);
+  requireSize(size);               // before as much memory is asked for
+  bytes.resize(begin + size + 1);  // one byte more, so that the end is found without growing
+  std::size_t end = begin;
+  for (std::size_t count = 1; count > 0; end += count) {
+    requireSize(end - begin);
+    if (end == bytes.size()) bytes.resize(2 * end);
+    count = reader->Read(std::as_writable_bytes(std::span(bytes).subspan(end)));
   }
-  return content;
+  bytes.resize(end);
 }
 
-std::vector<std::string> LinesOf(const std::string& content) {
+std::vector<std::string> LinesOf(std::string_view content) {
   std::vector<std::string> lines;
   for (std::size_t begin = 0; begin < content.size();) {
     const std::size_t end = std::min(content.find('\n', begin), content.size());
-    lines.push_back(content.substr(begin, end - begin));
+    lines.emplace_back(content.substr(begin, end - begin));
     begin = end + 1;
   }
   return lines;
@@ -99,17 +119,21 @@ auto WithPathFile(const std::string& name, const Use& use) {
 FolderList ListFromFile(const std::string& name) {
   return WithPathFile(name, [&name]() -> FolderList {
     const AbsoluteIRI file = LocationFromText(from_bytes(name), CurrentFolder());
-    const std::string content = ContentOf(file);
-    return {OriginOf("file", file.getParent().toString(), content), [name, file, content] {
-              return WithPathFile(name, [&] { return FoldersFromLines(LinesOf(content), file); });
-            }};
+    Origin origin("file", file.getParent().toString());
+    AppendContent(file, origin.bytes);
+    return ListFrom(std::move(origin), [name, file](std::string_view content) {
+      return WithPathFile(name, [&] { return FoldersFromLines(LinesOf(content), file); });
+    });
   });
 }
 
-// The location has no part in it: what is saved is absolute.
-FolderList ListFromSaved(const SavedPathFile& session, const std::optional<std::string>& bytes) {
-  return {OriginOf("session", u"", bytes.value_or("")),
-          [session, bytes] { return session.Understand(bytes).GetFolders(); }};
+// Where the session stands has no part in it: what is saved is absolute.
+FolderList ListFromSaved(const SavedPathFile& session, const std::optional<std::string>& saved) {
+  Origin origin("session", u"");
+  if (saved) origin.bytes += *saved;
+  return ListFrom(std::move(origin), [session, isThere = saved.has_value()](std::string_view bytes) {
+    return session.Understand(isThere ? std::optional<std::string>(bytes) : std::nullopt).GetFolders();
+  });
 }
 
 FolderList ListFromSession(const std::optional<std::string>& name) {
