@@ -20,6 +20,10 @@ void RegisterShadows();
 /// Edits and a listing of a saved path of 100,000 folders by the tool, beside reading and writing that file.
 void RegisterEditing();
 
+/// A process of the tool that tells where a name stands on a path that a cache holds, trusted or proven, beside a
+/// process that maps a file and looks one name up, and asks for the status of each folder.
+void RegisterStarting();
+
 /// The first list of a path over 1,000,000 entries, a third of them repeated, beside putting their locations into a
 /// set.
 void RegisterDeduplication();

@@ -1,22 +1,17 @@
 // What an edit of a long saved path costs, as people run it: a process of the tool, beside the least that any tool
 // would have to do with that file.
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <fstream>
 #include <functional>
 #include <search_path_environment/saved_path_text.hpp>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "cases.hpp"
 #include "compared.hpp"
+#include "process.hpp"
 #include "real_tree.hpp"
 
 namespace bench {
@@ -45,22 +40,6 @@ const std::string& FreshSavedPath() {
   }
   std::ofstream(name) << SavedPathText().WithFolders(folders).ToBytes();
   return name;
-}
-
-// Runs a program, its output thrown away.
-void Run(std::vector<std::string> words) {
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  pid_t process = 0;
-  int status = -1;
-  if (posix_spawn(&process, words.front().c_str(), &actions, nullptr, arguments.data(), environ) == 0)
-    waitpid(process, &status, 0);
-  posix_spawn_file_actions_destroy(&actions);
-  if (status != 0) throw std::runtime_error(words.front() + " failed");
 }
 
 // What a process that does nothing else with the saved path needs for that.

@@ -1,5 +1,5 @@
-// What lookups, loading, memory, shadows, edits and comparisons cost. Arguments are those of Google Benchmark; the exit
-// status is 1 when something is beyond its limit.
+// What lookups, loading, memory, shadows, edits, starts and comparisons cost. Arguments are those of Google Benchmark;
+// the exit status is 1 when something is beyond its limit.
 
 #include <benchmark/benchmark.h>
 
@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
   bench::RegisterMemory();
   bench::RegisterShadows();
   bench::RegisterEditing();
+  bench::RegisterStarting();
   bench::RegisterDeduplication();
   bench::RegisterComparisons();
   benchmark::Initialize(&argc, argv);
