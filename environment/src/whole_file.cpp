@@ -19,9 +19,6 @@ using foundation::storage::vfs::WriteMode;
 
 namespace {
 
-// Far more than any list of folders.
-constexpr std::size_t kLargest = std::size_t{1} << 30U;
-
 std::unique_ptr<IReadableFile> OpenIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {
   try {
     return storage.OpenForReading(file);
@@ -57,12 +54,13 @@ AbsoluteIRI DraftOf(const AbsoluteIRI& file) {
 
 }  // namespace
 
-std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
+std::optional<std::string> ReadWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file,
+                                         std::size_t largest) {
   const auto reader = OpenIfThere(storage, file);
   if (!reader) return std::nullopt;
 
   const auto requireSize = [&](std::uint64_t size) {
-    if (size > kLargest) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
+    if (size > largest) throw Exception("read", file, std::make_error_code(std::errc::file_too_large));
   };
   const std::uint64_t size = storage.Stat(file).size;
   requireSize(size);                  // before as much memory is asked for

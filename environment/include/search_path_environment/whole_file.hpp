@@ -1,6 +1,7 @@
 // Small files, read and replaced as a whole. Safe from any thread as far as the storage is.
 #pragma once
 
+#include <cstddef>
 #include <foundation/storage/vfs/storage_provider.hpp>
 #include <initializer_list>
 #include <optional>
@@ -10,10 +11,14 @@
 
 namespace Quorvex::PathEnvironment {
 
+/// Far more than any list of folders.
+inline constexpr std::size_t kLargestWholeFile = std::size_t{1} << 30U;
+
 /// The bytes of `file`; nothing when there is no such file. Throws the storage layer's Exception, with
-/// std::errc::file_too_large for one of more than a gibibyte.
+/// std::errc::file_too_large for one of more than `largest` bytes, before it is read if it tells its size.
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT std::optional<std::string> ReadWholeFile(
-    const foundation::storage::vfs::IStorageProvider& storage, const foundation::storage::vfs::AbsoluteIRI& file);
+    const foundation::storage::vfs::IStorageProvider& storage, const foundation::storage::vfs::AbsoluteIRI& file,
+    std::size_t largest = kLargestWholeFile);
 
 /// Whether `file` holds just these bytes, or is not there for none.
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT bool Holds(const foundation::storage::vfs::IStorageProvider& storage,
