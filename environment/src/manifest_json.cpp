@@ -53,7 +53,7 @@ class Builder {
     return Place({number, line_});
   }
   bool on_uint64(std::uint64_t number, json::string_view /*part*/, json::error_code& /*error*/) {
-    return Place({number, line_});
+    return Place({static_cast<double>(number), line_});
   }
   bool on_double(double number, json::string_view /*part*/, json::error_code& /*error*/) {
     return Place({number, line_});

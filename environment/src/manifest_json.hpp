@@ -16,8 +16,8 @@ struct JsonValue {
   using Array = std::vector<JsonValue>;
   using Object = std::vector<JsonMember>;
 
-  /// An integer is a std::int64_t where that holds it.
-  std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::u16string, Array, Object> content;
+  /// An integer is a std::int64_t where that holds it, every other number a double.
+  std::variant<std::nullptr_t, bool, std::int64_t, double, std::u16string, Array, Object> content;
   std::size_t line = 0;  ///< of its beginning, from 1
 };
 

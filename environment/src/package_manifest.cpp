@@ -25,8 +25,7 @@ namespace {
 
 std::string KindOf(const JsonValue& value) {
   // As the alternatives of the content.
-  constexpr std::array kinds = {"null",     "a boolean", "a number", "a number",
-                                "a number", "a string",  "an array", "an object"};
+  constexpr std::array kinds = {"null", "a boolean", "a number", "a number", "a string", "an array", "an object"};
   return kinds[value.content.index()];
 }
 
@@ -118,11 +117,9 @@ PackageProperty PropertyFrom(const JsonMember& member) {
   if (const auto* const flag = std::get_if<bool>(&content)) return *flag;
   if (const auto* const number = std::get_if<std::int64_t>(&content)) return *number;
   if (const auto* const text = std::get_if<std::u16string>(&content)) return *text;
-  if (const auto* const number = std::get_if<double>(&content); number != nullptr && std::isfinite(*number)) {
+  if (const auto* const number = std::get_if<double>(&content)) {
+    if (!std::isfinite(*number)) Refuse(member.value.line, what + " is too large a number");
     return *number;
-  }
-  if (std::holds_alternative<std::uint64_t>(content) || std::holds_alternative<double>(content)) {
-    Refuse(member.value.line, what + " is too large a number");
   }
   Refuse(member.value.line, what + " is " + KindOf(member.value) + ", not a boolean, a number or a string");
 }
