@@ -35,6 +35,7 @@ struct PathOptions {
   std::vector<std::string> masks;  ///< folders to be taken for absent
   CacheUse cache = CacheUse::Auto;
   std::optional<std::string> cacheFile;  ///< else the usual one
+  std::optional<std::string> packages;   ///< a folder of manifests; their packages' folders come after the path
 };
 
 struct WhichOptions {
@@ -93,6 +94,13 @@ struct PathListOptions {
   bool onlyDistinct = false;  ///< without the later spellings of a folder
   bool json = false;
   OutputForm form = OutputForm::Lines;
+};
+
+/// What the packages of a folder of manifests put on the path.
+struct PackagesOptions {
+  std::string folder;
+  bool strict = false;
+  bool json = false;
 };
 
 enum class CacheDeed { Write, Status, Verify, Clear };
@@ -164,8 +172,8 @@ struct IriOptions {
 };
 
 using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
-                             SnapshotOptions, CompareOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions,
-                             SplitOptions, IriOptions, CacheOptions, StatusOptions>;
+                             PackagesOptions, SnapshotOptions, CompareOptions, AddOptions, RemoveOptions, UndoOptions,
+                             LogOptions, SplitOptions, IriOptions, CacheOptions, StatusOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -26,6 +26,7 @@ class Positionals {
                                                                const std::string& second) const;
   /// Throws UsageError when there is one.
   void RequireNone() const;
+  [[nodiscard]] bool IsEmpty() const noexcept { return texts_.empty(); }
 
  private:
   std::vector<std::string> texts_;
@@ -43,6 +44,12 @@ CommandSyntax AddWhy(CLI::App& app);
 CommandSyntax AddMatch(CLI::App& app);
 CommandSyntax AddFiles(CLI::App& app);
 CommandSyntax AddPath(CLI::App& app);
+
+// packages_syntax.cpp
+CommandSyntax AddPackages(CLI::App& app);
+void AddPackagesOption(CLI::App& command, PathOptions& path);
+/// Throws UsageError.
+void RefuseImpossiblePackages(const PathOptions& path);
 
 // shadows_syntax.cpp
 CommandSyntax AddShadows(CLI::App& app);

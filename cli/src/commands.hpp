@@ -14,6 +14,7 @@ ExitStatus RunMatch(const MatchOptions& options);
 ExitStatus RunFiles(const FilesOptions& options);
 ExitStatus RunShadows(const ShadowsOptions& options);
 ExitStatus RunPath(const PathListOptions& options);
+ExitStatus RunPackages(const PackagesOptions& options);
 ExitStatus RunSnapshot(const SnapshotOptions& options);
 ExitStatus RunCompare(const CompareOptions& options);
 ExitStatus RunAdd(const AddOptions& options);

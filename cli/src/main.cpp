@@ -22,6 +22,7 @@ ExitStatus Run(const MatchOptions& options) { return RunMatch(options); }
 ExitStatus Run(const FilesOptions& options) { return RunFiles(options); }
 ExitStatus Run(const ShadowsOptions& options) { return RunShadows(options); }
 ExitStatus Run(const PathListOptions& options) { return RunPath(options); }
+ExitStatus Run(const PackagesOptions& options) { return RunPackages(options); }
 ExitStatus Run(const SnapshotOptions& options) { return RunSnapshot(options); }
 ExitStatus Run(const CompareOptions& options) { return RunCompare(options); }
 ExitStatus Run(const AddOptions& options) { return RunAdd(options); }

@@ -12,6 +12,7 @@
 #include "json_parts.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
+#include "packages.hpp"
 #include "path_source.hpp"
 
 namespace vornixpath {
@@ -88,15 +89,17 @@ json::object ResultFor(const DroppedFolder& folder) {
   return result;
 }
 
-void WriteAsJson(const DistinctFolders& folders, bool onlyDistinct) {
+void WriteAsJson(const DistinctFolders& folders, const PathListOptions& options, const Packages& packages) {
   json::array results;
-  ForEachListed(folders, onlyDistinct, [&results](const auto& folder) { results.push_back(ResultFor(folder)); });
+  ForEachListed(folders, options.onlyDistinct,
+                [&results](const auto& folder) { results.push_back(ResultFor(folder)); });
   json::object document = {{"folders", std::move(results)}};
-  if (onlyDistinct) {
+  if (options.onlyDistinct) {
     json::array leftOut;
     for (const DroppedFolder& folder : folders.GetDropped()) leftOut.push_back(ResultFor(folder));
     document["leftOut"] = std::move(leftOut);
   }
+  if (options.path.packages) document["problems"] = ProblemsToJson(packages);
   std::cout << json::serialize(document) << '\n';
 }
 
@@ -110,7 +113,10 @@ void TellWhatIsLeftOut(const DistinctFolders& folders) {
 }  // namespace
 
 ExitStatus RunPath(const PathListOptions& options) {
-  const std::vector<AbsoluteIRI> listed = FoldersFor(options.path);
+  std::vector<AbsoluteIRI> listed = FoldersFor(options.path);
+  const Packages packages = PackagesFor(options.path);
+  const std::vector<AbsoluteIRI> added = FoldersOf(packages);
+  listed.insert(listed.end(), added.begin(), added.end());
   if (options.form == OutputForm::NulTerminated && !options.onlyDistinct) {
     for (const AbsoluteIRI& folder : listed) WriteResult(TextOf(folder), options.form);
     return ExitStatus::Yes;
@@ -120,7 +126,7 @@ ExitStatus RunPath(const PathListOptions& options) {
                                 Quorvex::PathEnvironment::FolderQuestion::CanItBeListed);
   if (options.onlyDistinct) TellWhatIsLeftOut(folders);
   if (options.json) {
-    WriteAsJson(folders, options.onlyDistinct);
+    WriteAsJson(folders, options, packages);
   } else if (options.form == OutputForm::NulTerminated) {
     for (const KeptFolder& folder : folders.GetKept()) WriteResult(TextOf(folder.location), options.form);
   } else {

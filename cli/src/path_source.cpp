@@ -165,6 +165,16 @@ Quorvex::PathEnvironment::PathSnapshot SnapshotIn(const std::string& file) {
                                                     LocationFromArgument(file));
 }
 
+// Then the list does not follow from what was typed alone.
+FolderList Joined(const FolderList& list, const std::vector<AbsoluteIRI>& further) {
+  if (further.empty()) return list;
+  return {"", [list, further](std::string_view /*origin*/) {
+            std::vector<AbsoluteIRI> folders = list.GetFolders();
+            folders.insert(folders.end(), further.begin(), further.end());
+            return folders;
+          }};
+}
+
 }  // namespace
 
 std::vector<AbsoluteIRI> FoldersFromSession(const std::optional<std::string>& name) {
@@ -183,10 +193,12 @@ FolderList ListFor(const PathOptions& options) {
 
 std::vector<AbsoluteIRI> FoldersFor(const PathOptions& options) { return ListFor(options).GetFolders(); }
 
-LoadedPath LoadPath(const PathOptions& options, const CountDeciding& countDeciding) {
+LoadedPath LoadPath(const PathOptions& options, const std::vector<AbsoluteIRI>& further,
+                    const CountDeciding& countDeciding) {
   const std::vector<AbsoluteIRI> masks = MasksFrom(options.masks);
-  LoadedPath path = options.snapshot ? LoadedPath(SnapshotIn(*options.snapshot), masks)
-                                     : LoadListed(ListFor(options), CacheChoice(options), masks, countDeciding);
+  LoadedPath path = options.snapshot
+                        ? LoadedPath(SnapshotIn(*options.snapshot), masks)
+                        : LoadListed(Joined(ListFor(options), further), CacheChoice(options), masks, countDeciding);
   for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
     WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
   }

@@ -25,12 +25,14 @@ namespace vornixpath {
 [[nodiscard]] std::vector<foundation::storage::vfs::AbsoluteIRI> FoldersFromSession(
     const std::optional<std::string>& name);
 
-/// The path over the folders of FoldersFor, each once, or that of the snapshot which `options` name; the masks of
-/// `options` applied. Warns of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile do, and UsageError
-/// for a mask that is malformed.
+/// The path over the folders of FoldersFor and then `further` ones, each once, or that of the snapshot which `options`
+/// name; the masks of `options` applied. Warns of masks that hide nothing. Throws as FoldersFor and ReadSnapshotFile
+/// do, and UsageError for a mask that is malformed.
 ///
 /// With the help of a cache, as `options` have it; then the path may be that of the first folders alone, as many as
 /// `countDeciding` says.
-[[nodiscard]] LoadedPath LoadPath(const PathOptions& options, const CountDeciding& countDeciding = CountAll);
+[[nodiscard]] LoadedPath LoadPath(const PathOptions& options,
+                                  const std::vector<foundation::storage::vfs::AbsoluteIRI>& further = {},
+                                  const CountDeciding& countDeciding = CountAll);
 
 }  // namespace vornixpath

@@ -19,6 +19,7 @@ void AddFromOption(CLI::App& command, std::optional<std::string>& from) {
 WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
   options.names = positionals.AtLeastOne("NAME");
   RefuseTwoPaths(options.path);
+  RefuseImpossiblePackages(options.path);
   RefuseTwoForms(options.json, options.form);
   for (const std::string& name : options.names) {
     if (name.empty()) throw UsageError("a NAME is empty");
@@ -51,6 +52,7 @@ FilesOptions Completed(FilesOptions options, const Positionals& positionals) {
 PathListOptions Completed(PathListOptions options, const Positionals& positionals) {
   positionals.RequireNone();
   RefuseTwoPaths(options.path);
+  RefuseImpossiblePackages(options.path);
   RefuseTwoForms(options.json, options.form);
   return options;
 }
@@ -62,6 +64,7 @@ CommandSyntax AddWhich(CLI::App& app) {
   CLI::App& command = AddCommand(app, "which", "NAME...", "Tell which file each NAME means on the path");
   AddPathOptions(command, options->path);
   AddSnapshotOption(command, options->path);
+  AddPackagesOption(command, options->path);
   AddMaskOption(command, options->path);
   AddCacheOptions(command, options->path);
   AddFromOption(command, options->from);
@@ -156,6 +159,7 @@ CommandSyntax AddPath(CLI::App& app) {
   const auto options = std::make_shared<PathListOptions>();
   CLI::App& command = AddCommand(app, "path", "", "List the folders of the path, and which are there");
   AddPathOptions(command, options->path);
+  AddPackagesOption(command, options->path);
   command.add_flag("--dedup", options->onlyDistinct,
                    "List each folder once, under its first spelling, and\n"
                    "tell of each that is left out which one stays and why");

@@ -9,6 +9,7 @@
 #include "extension_list.hpp"
 #include "looked_for.hpp"
 #include "output.hpp"
+#include "packages.hpp"
 #include "path_source.hpp"
 #include "path_troubles.hpp"
 #include "standpoint.hpp"
@@ -80,11 +81,13 @@ ExitStatus RunWhich(const WhichOptions& options) {
     targets.push_back(Quorvex::PathManagement::CreateSearchTargetWithExtensionInFilenamePreferred(name, extensions));
   }
 
-  const auto countDeciding = [&](const ToolboxCache& cache) { return CountDecidingAll(targets, cache); };
-  LoadedPath path = IsDecidedEarly(options) ? LoadPath(options.path, countDeciding) : LoadPath(options.path);
+  const Packages packages = PackagesFor(options.path);
+  const auto ofPackages = FoldersOf(packages);
+  const CountDeciding countDeciding = [&](const ToolboxCache& cache) { return CountDecidingAll(targets, cache); };
+  LoadedPath path = LoadPath(options.path, ofPackages, IsDecidedEarly(options) ? countDeciding : CountAll);
   std::vector<Answer> answers = AnswersOn(path, names, targets, options);
   if (!AllFound(answers) && path.IsPart()) {  // a file that the cache knew is gone
-    path = LoadPath(options.path);
+    path = LoadPath(options.path, ofPackages);
     answers = AnswersOn(path, names, targets, options);
   }
   const auto troubles = TroublesOf(path);
@@ -92,11 +95,11 @@ ExitStatus RunWhich(const WhichOptions& options) {
   ReportMisses(answers, targets);
 
   if (options.json) {
-    WriteAsJson(answers, troubles);
+    WriteAsJson(answers, troubles, packages);
   } else {
     WriteAsLines(answers, options.form);
   }
-  if (options.strict && !troubles.empty()) return ExitStatus::Incomplete;
+  if (options.strict && (!troubles.empty() || AnyInDoubt(packages))) return ExitStatus::Incomplete;
   return AllFound(answers) ? ExitStatus::Yes : ExitStatus::No;
 }
 

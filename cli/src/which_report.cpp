@@ -33,12 +33,14 @@ void WriteAsLines(const std::vector<Answer>& answers, OutputForm form) {
   }
 }
 
-void WriteAsJson(const std::vector<Answer>& answers,
-                 const std::vector<Quorvex::PathEnvironment::PathProblem>& problems) {
+void WriteAsJson(const std::vector<Answer>& answers, const std::vector<Quorvex::PathEnvironment::PathProblem>& problems,
+                 const Packages& packages) {
   json::array results;
   for (const Answer& answer : answers) results.push_back(ResultFor(answer));
 
-  const json::object document = {{"results", std::move(results)}, {"problems", ToJson(problems)}};
+  json::array reported = ToJson(problems);
+  for (auto& problem : ProblemsToJson(packages)) reported.push_back(std::move(problem));
+  const json::object document = {{"results", std::move(results)}, {"problems", std::move(reported)}};
   std::cout << json::serialize(document) << '\n';
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "command_line.hpp"
+#include "packages.hpp"
 
 namespace vornixpath {
 
@@ -16,7 +17,8 @@ struct Answer {
 };
 
 void WriteAsLines(const std::vector<Answer>& answers, OutputForm form);
-void WriteAsJson(const std::vector<Answer>& answers,
-                 const std::vector<Quorvex::PathEnvironment::PathProblem>& problems);
+/// Among the problems are those of `packages` about which nobody can tell.
+void WriteAsJson(const std::vector<Answer>& answers, const std::vector<Quorvex::PathEnvironment::PathProblem>& problems,
+                 const Packages& packages);
 
 }  // namespace vornixpath
