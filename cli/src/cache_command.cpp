@@ -1,6 +1,5 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
-#include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iostream>
 #include <search_path_environment/distinct_folders.hpp>
@@ -135,15 +134,9 @@ ExitStatus Verify(const CacheOptions& options) {
 
 ExitStatus Clear(const CacheOptions& options) {
   const AbsoluteIRI file = FileOf(options.path);
-  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  try {
-    storage->Remove(file);
-  } catch (const foundation::storage::vfs::Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    WriteMessage("there is no cache " + Quoted(TextOf(file)));
-    return ExitStatus::No;
-  }
-  return ExitStatus::Yes;
+  if (Quorvex::PathEnvironment::RemoveToolboxCacheFile(file)) return ExitStatus::Yes;
+  WriteMessage("there is no cache " + Quoted(TextOf(file)));
+  return ExitStatus::No;
 }
 
 }  // namespace

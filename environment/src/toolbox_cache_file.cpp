@@ -15,6 +15,9 @@ using foundation::storage::vfs::WriteMode;
 
 namespace {
 
+constexpr const char16_t* kLock = u".lock";
+constexpr const char16_t* kDraft = u".draft";
+
 AbsoluteIRI Beside(const AbsoluteIRI& file, const char16_t* suffix) {
   return file.getParent().getChild(file.getName() + suffix);
 }
@@ -55,15 +58,28 @@ void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRo
   MakeFolderWithParents(*storage, file.getParent());
   RequireReplaceable(*storage, file);
   const AbsoluteIRI place = storage->CanonicalLocation(file);
-  const auto lock = storage->Lock(Beside(place, u".lock"), patience);
+  const auto lock = storage->Lock(Beside(place, kLock), patience);
 
   // The cache itself is never written in place: others have it mapped.
-  Draft draft(*storage, Beside(place, u".draft"));
+  Draft draft(*storage, Beside(place, kDraft));
   RemoveIfThere(*storage, draft.GetLocation());
   PathManagement::WriteToolboxPathCache(draft.GetLocation(), toolboxRoot, entries);
   // Nobody looked at what closing the draft said, so it tells itself whether it is whole.
   ToolboxCache::Open(session, draft.GetLocation(), CacheTrust::Blind).Check();
   draft.FlushAndRenameTo(place);
+}
+
+bool RemoveToolboxCacheFile(const AbsoluteIRI& file, std::chrono::milliseconds patience) {
+  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
+  try {
+    const auto lock = storage->Lock(Beside(file, kLock), patience);
+    RemoveIfThere(*storage, Beside(file, kDraft));
+    storage->Remove(file);
+  } catch (const foundation::storage::vfs::Exception& failure) {
+    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+    return false;
+  }
+  return true;
 }
 
 }  // namespace Quorvex::PathEnvironment

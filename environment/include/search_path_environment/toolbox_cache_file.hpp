@@ -24,4 +24,9 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void WriteToolboxCacheFile(
     const foundation::storage::vfs::AbsoluteIRI& file, const foundation::storage::vfs::AbsoluteIRI& toolboxRoot,
     const FolderEntryFactory& entries, std::chrono::milliseconds patience = std::chrono::seconds(10));
 
+/// Removes a cache, and what an interrupted call has left of a draft; false when there was none. Its lock stays. Throws
+/// the storage layer's Exception.
+SEARCH_PATH_ENVIRONMENT_EXPORT bool RemoveToolboxCacheFile(
+    const foundation::storage::vfs::AbsoluteIRI& file, std::chrono::milliseconds patience = std::chrono::seconds(10));
+
 }  // namespace Quorvex::PathEnvironment
