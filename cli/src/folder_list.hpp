@@ -26,8 +26,9 @@ class FolderList {
 
   /// Throws what keeps the bytes from being understood.
   [[nodiscard]] const Folders& GetFolders() const {
-    if (!state_->folders) state_->folders = state_->understand(state_->origin);
-    return *state_->folders;
+    std::optional<Folders>& folders = state_->folders;
+    if (folders) return *folders;
+    return folders.emplace(state_->understand(state_->origin));
   }
 
  private:

@@ -4,6 +4,7 @@
 #include <functional>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
+#include <search_path_environment/toolbox_cache.hpp>
 #include <sstream>
 #include <stdexcept>
 
@@ -210,23 +211,36 @@ TEST(FolderEntryFactory, SeesStorageMountedAfterItWasMade) {
   EXPECT_THAT(AllShown(*factory.CreateMainEntry(InMemory(u"/a"))->GetItems()), ElementsAre("f"));
 }
 
-TEST(FolderEntryFactory, WritesTheFoldersOfTheToolboxInWalkOrderEachFollowedByItsFiles) {
-  MemoryStorage storage;
-  storage.WithFiles({u"/t/b.x", u"/t/a\nb", u"/t/+p/@c/m", u"/t/private/f", u"/t/plain/not"});
-  const FolderEntryFactory factory(VornixStorageSystem::GetStorageSystemReference());
+Texts FoldersWritten(const FolderEntryFactory& factory, const MemoryStorage& storage, const AbsoluteIRI& root) {
   std::ostringstream out;
+  factory.WriteToolboxCache(out, root);
+  storage.GetProvider().AddFile(u"/cache", out.str());
+  Texts folders;
+  const auto cache =
+      ToolboxCache::Open(VornixStorageSystem::GetStorageSystemReference(), InMemory(u"/cache"), CacheTrust::Blind);
+  for (const auto& entry : cache.GetMainEntries()) folders.push_back(Shown(entry->GetLocation()));
+  return folders;
+}
 
-  factory.WriteToolboxCache(out, InMemory(u"/t"));
+TEST(FolderEntryFactory, WritesItsEntriesAtOrBelowTheToolboxRootInTheOrderOfThePath) {
+  MemoryStorage storage;
+  storage.WithFolders({u"/t", u"/t/b", u"/t/a", u"/toolbox", u"/other"});
+  const FolderEntryFactory factory(VornixStorageSystem::GetStorageSystemReference());
+  const auto path = FolderPathFactory().CreateFolderPath(
+      {InMemory(u"/t/b"), InMemory(u"/toolbox"), InMemory(u"/t"), InMemory(u"/other"), InMemory(u"/t/a")}, factory);
 
-  EXPECT_EQ(out.str(),
-            "folder memory:///t\n"
-            "file a\\u{A}b\n"
-            "file b.x\n"
-            "folder memory:///t/private\n"
-            "file f\n"
-            "folder memory:///t/+p\n"
-            "folder memory:///t/+p/@c\n"
-            "file m\n");
+  EXPECT_THAT(FoldersWritten(factory, storage, InMemory(u"/t")), ElementsAre("/t/b", "/t", "/t/a"));
+}
+
+TEST(FolderEntryFactory, WritesEntriesOfNoPathByLocation) {
+  MemoryStorage storage;
+  storage.WithFolders({u"/t/b", u"/t/a", u"/t/c"});
+  const FolderEntryFactory factory(VornixStorageSystem::GetStorageSystemReference());
+  const auto b = factory.CreateMainEntry(InMemory(u"/t/b"));
+  const auto a = factory.CreateMainEntry(InMemory(u"/t/a"));
+  static_cast<void>(factory.CreateMainEntry(InMemory(u"/t/c")));  // nobody holds it
+
+  EXPECT_THAT(FoldersWritten(factory, storage, InMemory(u"/")), ElementsAre("/t/a", "/t/b"));
 }
 
 TEST(PathProblem, GivesItsReasonInWords) {
