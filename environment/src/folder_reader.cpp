@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_provider.hpp>
+#include <optional>
 #include <search_path_utilities/lookup.hpp>
 #include <string_view>
 #include <unordered_map>
@@ -26,6 +27,7 @@ using foundation::storage::vfs::ListedEntry;
 using foundation::storage::vfs::ListingProblem;
 using foundation::storage::vfs::StorageSystemReference;
 using PathManagement::PathEntryType;
+using EntryPtr = std::shared_ptr<const FolderEntry>;
 using StorageException = foundation::storage::vfs::Exception;
 
 ProblemKind KindOf(const std::error_code& error) {
@@ -47,15 +49,31 @@ std::vector<LinkedEntry> LinkedEntriesOf(const FolderListing& listing) {
   return links;
 }
 
+// With the proofs of the later reading.
+EntryPtr FormerIfEqual(const EntryPtr& former, const EntryPtr& entry) {
+  if (!former->HoldsTheSameAs(*entry)) return entry;
+  former->RenewProofs(*entry);
+  return former;
+}
+
 bool IsByLocation(const PathProblem& left, const PathProblem& right) { return left.location < right.location; }
 
 class Reader {
  public:
   explicit Reader(const IStorageProvider& provider) : provider_(provider) {}
+  // Of the entries that a folder had before, reads those in doubt alone.
+  Reader(const IStorageProvider& provider, const EntriesInDoubt& doubt) : provider_(provider), doubt_(&doubt) {}
+
+  // What became of `former`. Null as in Read.
+  EntryPtr ReadAgain(const EntryPtr& former) {
+    if (!doubt_->IsInOrBelow(*former)) return former;
+    auto entry = doubt_->Is(*former) ? Read(former->GetLocation(), former->GetEntryType(), former.get())
+                                     : ReadAgainBelow(former);
+    return entry ? FormerIfEqual(former, entry) : nullptr;
+  }
 
   // Null for a folder that already stands on its own branch.
-  std::shared_ptr<const FolderEntry> Read(const AbsoluteIRI& location, PathEntryType kind,
-                                          const FolderEntry* previous) {
+  EntryPtr Read(const AbsoluteIRI& location, PathEntryType kind, const FolderEntry* previous) {
     FolderEntry::Contents contents{location, location, kind, true, {}, {}, {}};
     KeepingProblems(contents, [&] { contents.canonicalLocation = provider_.CanonicalLocation(location); });
 
@@ -66,14 +84,57 @@ class Reader {
       KeepingProblems(contents, [&] { isLoop = !ReadInto(contents, previous); });
     }
     if (isLoop) return nullptr;
-    Conclude(contents);
+    return Finished(std::move(contents));
+  }
 
+ private:
+  EntryPtr Finished(FolderEntry::Contents contents) const {
+    Conclude(contents);
+    SortByName(contents.subfolders);
     // Storage lists in no order; people and programs want the same report each time.
     std::stable_sort(contents.problems.begin(), contents.problems.end(), IsByLocation);
     return FolderEntry::Create(std::move(contents));
   }
 
- private:
+  // The folder itself is as it was; something below it may not be.
+  EntryPtr ReadAgainBelow(const EntryPtr& former) {
+    FolderEntry::Contents contents = ContentsOf(*former);
+    std::optional<FileIdentity> identity;
+    KeepingProblems(contents, [&] { identity = provider_.Stat(former->GetLocation()).identity; });
+    // So it is not as it was, whatever was said.
+    if (identity != contents.proof.stamp.identity)
+      return Read(former->GetLocation(), former->GetEntryType(), former.get());
+
+    const BranchStep step(branch_, *identity);
+    for (const EntryPtr& child : former->GetChildren()) {
+      PlaceOrReport(ReadAgain(child), child->GetLocation(), contents);
+    }
+    return Finished(std::move(contents));
+  }
+
+  // All but the subfolders.
+  static FolderEntry::Contents ContentsOf(const FolderEntry& entry) {
+    FolderEntry::Contents contents{entry.GetLocation(),
+                                   entry.GetCanonicalLocation(),
+                                   entry.GetEntryType(),
+                                   entry.ComparesExactly(PathManagement::FilenameMatchingPolicy::Native),
+                                   {},
+                                   {},
+                                   entry.GetProblems(),
+                                   *entry.GetProof()};
+    contents.proof.finding = FolderProof::Finding::Trouble;  // until it is concluded
+    entry.ForEachName([&contents](std::u16string_view baseName, std::u16string_view extension) {
+      contents.files.push_back(std::u16string(baseName).append(extension));
+    });
+    return contents;
+  }
+
+  // An entry may be kept unread as long as the folder around it is the same one.
+  [[nodiscard]] static bool MayKeepBelow(const FolderEntry::Contents& contents, const FolderEntry* previous) {
+    return previous != nullptr && previous->GetCanonicalLocation() == contents.canonicalLocation &&
+           previous->GetProof()->stamp.identity == contents.proof.stamp.identity;
+  }
+
   // Stands on the branch of every folder read meanwhile.
   class BranchStep {
    public:
@@ -145,39 +206,44 @@ class Reader {
   void ReadEntries(FolderListing&& listing, FolderEntry::Contents& contents, const FolderEntry* previous) {
     const BranchStep step(branch_, listing.identity);
     const FormerEntries former = FormerEntries::Below(previous);
+    const bool mayKeep = doubt_ != nullptr && MayKeepBelow(contents, previous);
     contents.files.reserve(listing.entries.size());
     for (auto& entry : listing.entries) {
       if (entry.kind == FileKind::File) contents.files.push_back(std::move(entry.name));
       if (entry.kind == FileKind::Folder) {
-        KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name, former); });
+        KeepingProblems(contents, [&] { ReadSubfolder(contents, entry.name, former, mayKeep); });
       }
     }
-    SortByName(contents.subfolders);
   }
 
-  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name, const FormerEntries& former) {
+  void ReadSubfolder(FolderEntry::Contents& contents, const std::u16string& name, const FormerEntries& former,
+                     bool mayKeep) {
     const PathEntryType kind = PathManagement::GetPathEntryTypeFromBaseName(name);
     if (!MayHold(contents.kind, kind)) return;
 
     const AbsoluteIRI location = contents.location.getChild(name);
-    auto entry = Read(location, kind, former.Find(location).get());
-    if (!entry) {
-      contents.problems.push_back({location, ProblemKind::Loop, {}});
-      return;
-    }
-    Place(former.FormerIfEqual(entry), contents.subfolders);
+    const EntryPtr known = former.Find(location);
+    if (known && mayKeep) return PlaceOrReport(ReadAgain(known), location, contents);
+
+    auto entry = Read(location, kind, known.get());
+    PlaceOrReport(entry ? former.FormerIfEqual(entry) : nullptr, location, contents);
+  }
+
+  static void PlaceOrReport(EntryPtr entry, const AbsoluteIRI& location, FolderEntry::Contents& contents) {
+    if (entry) return Place(std::move(entry), contents.subfolders);
+    contents.problems.push_back({location, ProblemKind::Loop, {}});
   }
 
   const IStorageProvider& provider_;
-  std::vector<FileIdentity> branch_;  // of the folders that enclose the one being read
+  const EntriesInDoubt* doubt_ = nullptr;  // null when all are read
+  std::vector<FileIdentity> branch_;       // of the folders that enclose the one being read
 };
 
-}  // namespace
-
-std::shared_ptr<const FolderEntry> ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage,
-                                                  const FolderEntry* previous) {
+// What `read(provider)` gives; where no storage serves the folder, an entry without items.
+template <class Read>
+EntryPtr WithProvider(const AbsoluteIRI& folder, const StorageSystemReference& storage, const Read& read) {
   try {
-    return Reader(*storage.ProviderFor(folder)).Read(folder, PathEntryType::Main, previous);
+    return read(*storage.ProviderFor(folder));
   } catch (const StorageException& exception) {
     return FolderEntry::Create({folder,
                                 folder,
@@ -187,6 +253,33 @@ std::shared_ptr<const FolderEntry> ReadMainFolder(const AbsoluteIRI& folder, con
                                 {},
                                 {{folder, KindOf(exception.GetError()), exception.GetError()}}});
   }
+}
+
+}  // namespace
+
+EntryPtr ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage, const FolderEntry* previous) {
+  return WithProvider(folder, storage, [&](const IStorageProvider& provider) {
+    return Reader(provider).Read(folder, PathEntryType::Main, previous);
+  });
+}
+
+EntryPtr ReadMainFolderAgain(const EntryPtr& former, const EntriesInDoubt& doubt,
+                             const StorageSystemReference& storage) {
+  EntryPtr entry = WithProvider(former->GetLocation(), storage, [&](const IStorageProvider& provider) {
+    return Reader(provider, doubt).ReadAgain(former);
+  });
+  return FormerIfEqual(former, entry);
+}
+
+void EntriesInDoubt::Add(const FolderEntry& entry) { entries_.insert(&entry); }
+
+bool EntriesInDoubt::Is(const FolderEntry& entry) const { return entries_.contains(&entry); }
+
+// Depth is bounded, and few entries are below most.
+bool EntriesInDoubt::IsInOrBelow(const FolderEntry& entry) const {
+  if (Is(entry)) return true;
+  const auto& children = entry.GetChildren();
+  return std::any_of(children.begin(), children.end(), [this](const EntryPtr& child) { return IsInOrBelow(*child); });
 }
 
 }  // namespace Quorvex::PathEnvironment
