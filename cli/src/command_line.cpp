@@ -30,9 +30,9 @@ struct CommandEntry {
 constexpr CommandEntry kCommands[] = {{"which", AddWhich},       {"why", AddWhy},         {"match", AddMatch},
                                       {"files", AddFiles},       {"shadows", AddShadows}, {"path", AddPath},
                                       {"packages", AddPackages}, {"status", AddStatus},   {"cache", AddCache},
-                                      {"snapshot", AddSnapshot}, {"compare", AddCompare}, {"add", AddAdd},
-                                      {"remove", AddRemove},     {"undo", AddUndo},       {"log", AddLog},
-                                      {"split", AddSplit},       {"iri", AddIri}};
+                                      {"snapshot", AddSnapshot}, {"compare", AddCompare}, {"watch", AddWatch},
+                                      {"add", AddAdd},           {"remove", AddRemove},   {"undo", AddUndo},
+                                      {"log", AddLog},           {"split", AddSplit},     {"iri", AddIri}};
 
 // All, or, where it is known already which one is meant, that one alone: to describe them takes longer than to find a
 // name.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <variant>
@@ -135,6 +136,13 @@ struct CompareOptions {
   bool json = false;
 };
 
+struct WatchOptions {
+  PathOptions path;                                                  ///< its snapshot and masks are never set
+  std::string extensions = ".vnx";                                   ///< as for `which`
+  std::chrono::milliseconds pollInterval = std::chrono::seconds(2);  ///< zero is never
+  bool json = false;
+};
+
 /// A change of the session's path, in the default place unless `session` names its file.
 struct EditOptions {
   std::vector<std::string> folders;
@@ -172,7 +180,7 @@ struct IriOptions {
 };
 
 using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
-                             PackagesOptions, SnapshotOptions, CompareOptions, AddOptions, RemoveOptions, UndoOptions,
+                             PackagesOptions, SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions, UndoOptions,
                              LogOptions, SplitOptions, IriOptions, CacheOptions, StatusOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version

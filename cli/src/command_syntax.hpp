@@ -62,6 +62,9 @@ CommandSyntax AddCompare(CLI::App& app);
 CommandSyntax AddCache(CLI::App& app);
 CommandSyntax AddStatus(CLI::App& app);
 
+// watch_syntax.cpp
+CommandSyntax AddWatch(CLI::App& app);
+
 // editing_syntax.cpp
 CommandSyntax AddAdd(CLI::App& app);
 CommandSyntax AddRemove(CLI::App& app);

@@ -17,6 +17,7 @@ ExitStatus RunPath(const PathListOptions& options);
 ExitStatus RunPackages(const PackagesOptions& options);
 ExitStatus RunSnapshot(const SnapshotOptions& options);
 ExitStatus RunCompare(const CompareOptions& options);
+ExitStatus RunWatch(const WatchOptions& options);
 ExitStatus RunAdd(const AddOptions& options);
 ExitStatus RunRemove(const RemoveOptions& options);
 ExitStatus RunUndo(const UndoOptions& options);

@@ -25,6 +25,7 @@ ExitStatus Run(const PathListOptions& options) { return RunPath(options); }
 ExitStatus Run(const PackagesOptions& options) { return RunPackages(options); }
 ExitStatus Run(const SnapshotOptions& options) { return RunSnapshot(options); }
 ExitStatus Run(const CompareOptions& options) { return RunCompare(options); }
+ExitStatus Run(const WatchOptions& options) { return RunWatch(options); }
 ExitStatus Run(const AddOptions& options) { return RunAdd(options); }
 ExitStatus Run(const RemoveOptions& options) { return RunRemove(options); }
 ExitStatus Run(const UndoOptions& options) { return RunUndo(options); }

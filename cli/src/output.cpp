@@ -3,6 +3,7 @@
 #include <fl/filesystem/displayed_text.hpp>
 #include <fl/filesystem/text_codec.hpp>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 
 #include "encoded_text.hpp"
@@ -27,6 +28,11 @@ std::string ExactText(const foundation::storage::vfs::AbsoluteIRI& iri) {
 }
 
 std::string Quoted(std::u16string_view text) { return '"' + fl::filesystem::to_displayed_text(text) + '"'; }
+
+void DiscardOutput() {
+  static std::stringbuf nowhere;
+  std::cout.rdbuf(&nowhere);  // and what stood in the stream as an error is gone
+}
 
 void FinishOutput() {
   std::cout.flush();

@@ -25,6 +25,9 @@ void WriteWarning(std::string_view message);
 /// `text` in quotation marks, safe for a terminal.
 [[nodiscard]] std::string Quoted(std::u16string_view text);
 
+/// What is still to be written, and all that follows, goes nowhere: nobody reads it any more.
+void DiscardOutput();
+
 /// Flushes standard output. Throws std::runtime_error when something that was written did not arrive.
 void FinishOutput();
 
