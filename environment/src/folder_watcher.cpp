@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cerrno>
 #include <foundation/msg_svc/eventmgr/event_mgr.hpp>
+#include <functional>
 #include <mutex>
 #include <search_path_environment/folder_watcher.hpp>
 #include <search_path_utilities/services.hpp>
@@ -80,9 +81,10 @@ class FolderWatcher::Impl {
  public:
   Impl(StorageSystemReference storage, WatcherOptions options, std::unique_ptr<Inotify> inotify)
       : storage_(storage),
-        options_(std::move(options)),
+        pollInterval_(std::min<std::chrono::milliseconds>(options.pollInterval, std::chrono::hours(24))),
+        whenAnnounced_(std::move(options.whenAnnounced)),
         inotify_(std::move(inotify)),
-        folders_(std::move(storage), *inotify_, options_.pollInterval > std::chrono::milliseconds::zero()),
+        folders_(std::move(storage), *inotify_, pollInterval_ > std::chrono::milliseconds::zero()),
         thread_([this](const std::stop_token& stop) { Run(stop); }) {}
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
@@ -146,9 +148,9 @@ class FolderWatcher::Impl {
       nextGlance_ = Clock::time_point::max();
       return -1;
     }
-    if (nextGlance_ == Clock::time_point::max()) nextGlance_ = Clock::now() + options_.pollInterval;
+    if (nextGlance_ == Clock::time_point::max()) nextGlance_ = Clock::now() + pollInterval_;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(nextGlance_ - Clock::now());
-    return static_cast<int>(std::max<std::chrono::milliseconds::rep>(left.count(), 0));
+    return std::max(static_cast<int>(left.count()), 0);  // no more than a day
   }
 
   void TakeWhatHasHappened() {
@@ -185,7 +187,7 @@ class FolderWatcher::Impl {
   void Glance() {
     auto glances = Ask([](const WatchedFolders& folders) { return folders.GetGlances(); });
     for (auto& glance : glances) WatchedFolders::Look(glance, storage_);
-    nextGlance_ = Clock::now() + options_.pollInterval;
+    nextGlance_ = Clock::now() + pollInterval_;
     const std::scoped_lock lock(mutex_);
     folders_.TakeGlances(glances, Clock::now());
   }
@@ -203,11 +205,12 @@ class FolderWatcher::Impl {
       DoubtAll();
       throw;
     }
-    if (options_.whenAnnounced) options_.whenAnnounced();
+    if (whenAnnounced_) whenAnnounced_();
   }
 
   const StorageSystemReference storage_;
-  const WatcherOptions options_;
+  const std::chrono::milliseconds pollInterval_;
+  const std::function<void()> whenAnnounced_;
   const std::unique_ptr<Inotify> inotify_;
   mutable std::mutex mutex_;  // of folders_
   WatchedFolders folders_;

@@ -136,6 +136,7 @@ class PathRefresher::Impl {
       for (const EntryPlaces::Number number : found->numbers) places[number].insert(found->place);
     }
     std::vector<Doubted> doubted;
+    doubted.reserve(places.size());
     for (auto& [number, itsPlaces] : places) doubted.push_back({number, std::move(itsPlaces), 0, nullptr});
     return doubted;
   }

@@ -49,7 +49,7 @@ struct FolderWatching {
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT std::string ReasonOf(const FolderWatching& watching);
 
 struct WatcherOptions {
-  /// How often folders are looked at that cannot be watched; zero is never.
+  /// How often folders are looked at that cannot be watched, once a day at least; zero is never.
   std::chrono::milliseconds pollInterval = std::chrono::seconds(2);
 
   /// Called after folders were announced, on the thread that did; must be safe from any thread, call nothing of the
@@ -90,7 +90,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderWatcher {
   /// of the same main folders. Entries of other folders than those last given to Watch change nothing.
   void WatchInstead(const std::vector<std::shared_ptr<const FolderEntry>>& entries);
 
-  /// Of every folder, main ones first and each followed by those below it.
+  /// Of every folder: each main one, in no particular order, followed by those below it.
   [[nodiscard]] std::vector<FolderWatching> GetFolders() const;
 
   /// Nothing for a folder that is none of the path's.

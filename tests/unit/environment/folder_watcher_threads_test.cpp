@@ -131,6 +131,15 @@ TEST_F(AFolderWatcher, AnnouncesSpecialFoldersUpToTheMainOneInnermostFirst) {
   EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), ElementsAre("a/+p/@c/private", "a/+p/@c", "a/+p", "a"));
 }
 
+TEST_F(AFolderWatcher, AnnouncesAFolderWithADotInItsNameAndTheOneAroundIt) {
+  fs::create_directories(root / "around/data.old");
+  const auto watcher = Watch({"around/data.old", "sentinel"});
+
+  MakeFile(root / "around/data.old/new");
+
+  EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), ElementsAre("around/data.old", "around"));
+}
+
 TEST_F(AFolderWatcher, AnnouncesNothingWhenFoldersAreReadOrFilesAreWritten) {
   MakeFile(root / "a/f.x");
   const auto watcher = Watch({"a", "b", "sentinel"});

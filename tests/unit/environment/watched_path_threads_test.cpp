@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <support/run_together.hpp>
+#include <support/without_privileges.hpp>
 
 #include "shown.hpp"
 #include "watched_disk.hpp"
@@ -64,6 +65,61 @@ TEST_F(AWatchedPath, FindsFilesInFoldersThatAreMadeAndFilledAtOnce) {
     return path.FindAllInScope(kEveryKind, Wanted{u"first", {u".x"}}.Target(), kNative).size() == 50 &&
            path.FindAllInScope(kEveryKind, Wanted{u"second", {u".x"}}.Target(), kNative).size() == 50;
   }));
+}
+
+TEST_F(AWatchedPath, FindsWhatChangesInAFolderUnderAnotherNameOfItsScheme) {
+  const auto alias = foundation::storage::vfs::VornixStorageSystem::MountAlias(u"disk", u"file");
+  const AbsoluteIRI folder(u"disk" + OnDisk(root / "a").toString().substr(4));
+  WatchedPath watched(ReadPath({folder}), foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference());
+  EXPECT_EQ(watched.GetWatcher().Find(folder)->state, Watching::Watched);
+  DispatchSessionEvents();
+  static_cast<void>(watched.Refresh());
+
+  MakeFile(root / "a/new.x");
+
+  const auto end = std::chrono::steady_clock::now() + kLongEnough;
+  while (First(*watched.GetPath(), u"new") != "a" && std::chrono::steady_clock::now() < end) {
+    DispatchSessionEvents();
+    static_cast<void>(watched.Refresh());
+  }
+  EXPECT_EQ(First(*watched.GetPath(), u"new"), "a");
+}
+
+TEST_F(AWatchedPath, KeepsUpWithFoldersThatAreClosedAndOpened) {
+  PathManagement::support::WithoutPrivileges([this] {
+    fs::create_directories(root / "up/m/+p");
+    MakeFile(root / "up/m/+p/f.x");
+    WatchedDisk disk({root / "up/m"});
+
+    for (const auto* const closed : {"up", "up/m", "up/m/+p"}) {
+      for (const fs::perms mode : {fs::perms::none, fs::perms::owner_exec, fs::perms::owner_read}) {
+        SCOPED_TRACE(closed);
+        fs::permissions(root / closed, mode);
+        EXPECT_TRUE(disk.AwaitFreshness());
+        fs::permissions(root / closed, fs::perms::owner_all);
+        EXPECT_TRUE(disk.AwaitFreshness());
+      }
+    }
+    EXPECT_EQ(First(*disk.GetPath(), u"p/f"), "+p");
+  });
+}
+
+TEST_F(AWatchedPath, NoticesWhatIsMovedInAFolderThatMayNotBeListed) {
+  PathManagement::support::WithoutPrivileges([this] {
+    fs::create_directories(root / "up/deep/m");
+    fs::create_directories(root / "up/other/m");
+    MakeFile(root / "up/other/m/f.x");
+    fs::permissions(root / "up", fs::perms::owner_exec | fs::perms::owner_write);
+    {
+      WatchedDisk disk({root / "up/deep/m"});
+      EXPECT_EQ(disk.StateOf(root / "up/deep/m").reason, WatchingReason::NoPermission);
+      fs::rename(root / "up/deep", root / "up/away");
+      EXPECT_TRUE(disk.AwaitFreshness());
+      fs::rename(root / "up/other", root / "up/deep");
+      EXPECT_TRUE(disk.Await([](const FolderPath& path) { return First(path, u"f") == "m"; }));
+    }
+    fs::permissions(root / "up", fs::perms::owner_all);
+  });
 }
 
 TEST_F(AWatchedPath, NeverChangesItsListOfFolders) {
