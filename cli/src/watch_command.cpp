@@ -28,7 +28,6 @@ using Quorvex::PathEnvironment::PathProblem;
 using Quorvex::PathEnvironment::ProblemKind;
 using Quorvex::PathEnvironment::WatchedPath;
 using Quorvex::PathEnvironment::Watching;
-using Quorvex::PathEnvironment::WatchingReason;
 
 const char* NameOf(Watching state) {
   switch (state) {

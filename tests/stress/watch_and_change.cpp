@@ -25,7 +25,6 @@
 namespace {
 
 using Quorvex::PathEnvironment::DispatchSessionEvents;
-using Quorvex::PathEnvironment::OnDisk;
 using Quorvex::PathEnvironment::WatchedDisk;
 using Quorvex::PathEnvironment::Watching;
 using Quorvex::PathManagement::support::RandomDisk;
@@ -100,7 +99,7 @@ long long ProcessorTimeAtRest(std::chrono::seconds duration) {
 
 int main(int argc, char** argv) {
   if (argc < 2) {
-    std::fprintf(stderr, "usage: watch_and_change CHANGES [SECONDS_AT_REST]\n");
+    static_cast<void>(std::fprintf(stderr, "usage: watch_and_change CHANGES [SECONDS_AT_REST]\n"));
     return 2;
   }
   const std::size_t changes = std::strtoull(argv[1], nullptr, 10);
