@@ -53,7 +53,7 @@ void EntryPlaces::Remove(const AbsoluteIRI& place, Number number) noexcept {
 std::optional<EntryPlaces::Found> EntryPlaces::FindAtOrAbove(AbsoluteIRI location) const {
   while (true) {
     const auto known = numbers_.find(location);
-    if (known != numbers_.end()) return Found{location, known->second};
+    if (known != numbers_.end()) return Found{location, {known->second.begin(), known->second.end()}};
     const AbsoluteIRI above = location.getParent();
     if (above == location) return std::nullopt;
     location = above;

@@ -22,7 +22,6 @@ namespace Quorvex::PathEnvironment {
 class EntryPlaces {
  public:
   using Number = std::size_t;
-  using Numbers = boost::container::small_vector<Number, 1>;
 
   /// With all entries below it. O(entries below).
   void Add(const FolderEntry& mainEntry, Number number);
@@ -31,12 +30,14 @@ class EntryPlaces {
 
   struct Found {
     foundation::storage::vfs::AbsoluteIRI place;
-    Numbers numbers;
+    std::vector<Number> numbers;
   };
   /// At `location`, or nearest above it.
   [[nodiscard]] std::optional<Found> FindAtOrAbove(foundation::storage::vfs::AbsoluteIRI location) const;
 
  private:
+  using Numbers = boost::container::small_vector<Number, 1>;  // most places are in one main folder
+
   boost::unordered_flat_map<foundation::storage::vfs::AbsoluteIRI, Numbers> numbers_;
 };
 
