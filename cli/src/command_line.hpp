@@ -180,8 +180,8 @@ struct IriOptions {
 };
 
 using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
-                             PackagesOptions, SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions, UndoOptions,
-                             LogOptions, SplitOptions, IriOptions, CacheOptions, StatusOptions>;
+                             PackagesOptions, SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions,
+                             UndoOptions, LogOptions, SplitOptions, IriOptions, CacheOptions, StatusOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.
