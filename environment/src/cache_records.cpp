@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "folder_names.hpp"
+#include "folder_reader.hpp"
 #include "special_subfolders.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -41,17 +42,27 @@ AbsoluteIRI ChildOf(const AbsoluteIRI& folder, std::string_view name, Section se
   }
 }
 
-// A row that can be understood: a main entry comes first, and an entry's parent before it.
-void CheckRow(const EntryRow& row, std::size_t index, std::uint32_t first) {
-  const bool isMain = index == 0;
-  const bool hasParent = row.parent != kNone;
-  const bool isKind = row.kind <= static_cast<std::uint32_t>(PathEntryType::Resources);
-  const bool isMainKind = row.kind == static_cast<std::uint32_t>(PathEntryType::Main);
-  const bool isFinding = row.finding <= static_cast<std::uint32_t>(FolderProof::Finding::Folder);
-  const bool parentIsEarlier = !hasParent || (row.parent >= first && row.parent - first < index);
-  if (!isKind || !isFinding || isMain == hasParent || isMain != isMainKind || !parentIsEarlier ||
-      row.flags > kAllFlags) {
-    CacheImage::Damaged(Section::Entries);
+PathEntryType KindOf(const EntryRow& row) { return static_cast<PathEntryType>(row.kind); }
+
+bool IsSound(const EntryRow& row) {
+  return row.kind <= static_cast<std::uint32_t>(PathEntryType::Resources) &&
+         row.finding <= static_cast<std::uint32_t>(FolderProof::Finding::Folder) && row.flags <= kAllFlags;
+}
+
+// A main entry comes first, and each entry stands in one before it that may hold its kind, no deeper than any is read.
+void CheckRows(std::span<const EntryRow> rows, std::uint32_t first) {
+  std::vector<std::size_t> depths(rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const EntryRow& row = rows[i];
+    bool fits = IsSound(row);
+    if (i == 0) {
+      fits = fits && row.parent == kNone && KindOf(row) == PathEntryType::Main;
+    } else {
+      const std::size_t parent = std::size_t{row.parent} - first;  // far too large for one before the main entry's
+      fits = fits && parent < i && MayHold(KindOf(rows[parent]), KindOf(row)) && depths[parent] <= kMaximumDepth;
+      if (fits) depths[i] = depths[parent] + 1;
+    }
+    if (!fits) CacheImage::Damaged(Section::Entries);
   }
 }
 
@@ -122,8 +133,8 @@ std::vector<AbsoluteIRI> CacheRecords::LocationsOf(std::size_t main, std::span<c
   const std::uint32_t first = ExtentOf(main).first;
   std::vector<AbsoluteIRI> locations;
   locations.reserve(rows.size());
+  CheckRows(rows, first);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    CheckRow(rows[i], i, first);
     locations.push_back(i == 0
                             ? LocationOfMain(main)
                             : ChildOf(locations[rows[i].parent - first], image_.TextAt(rows[i].name), Section::Texts));

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <bit>
 #include <chrono>
-#include <cstring>
 #include <fl/filesystem/text_codec.hpp>
 #include <limits>
 #include <random>
@@ -16,6 +15,7 @@
 
 #include "cache_checksum.hpp"
 #include "cache_layout.hpp"
+#include "cache_seal.hpp"
 #include "folder_names.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -214,15 +214,6 @@ std::uint64_t AnyNumber() {
   return (std::uint64_t{device()} << 32U) | device();
 }
 
-std::string_view PageOf(const std::string& file, std::size_t end, std::size_t page) {
-  const std::size_t begin = page * kPageSize;
-  return std::string_view(file).substr(begin, std::min(kPageSize, end - begin));
-}
-
-std::uint64_t ChecksumOf(std::string_view bytes, std::uint64_t seed, std::uint64_t page) {
-  return cache::ChecksumOf(std::as_bytes(std::span(bytes)), seed, page);
-}
-
 /// A file of `sections`, in which all but the checksums stands.
 std::string LayOut(const std::vector<std::string>& sections, Header& header) {
   std::string file(kPageSize, '\0');
@@ -232,22 +223,6 @@ std::string LayOut(const std::vector<std::string>& sections, Header& header) {
     file.resize((file.size() + kAlignment - 1) / kAlignment * kAlignment);
   }
   return file;
-}
-
-void AddChecksums(std::string& file, Header& header) {
-  const std::size_t end = file.size();
-  std::vector<std::uint64_t> sums;
-  for (std::size_t page = 1; page * kPageSize < end; ++page) {
-    sums.push_back(ChecksumOf(PageOf(file, end, page), header.seed, page));
-  }
-  header.sections.at(static_cast<std::size_t>(Section::Sums)) = {end, sums.size() * sizeof(std::uint64_t)};
-  header.checksumOfSums = ChecksumOf(BytesOf(sums), header.seed, 0);
-  file += BytesOf(sums);
-  header.fileSize = file.size();
-
-  const auto* const begin = reinterpret_cast<const char*>(&header);
-  header.checksum = ChecksumOf({begin, offsetof(Header, checksum)}, 0, 0);
-  std::memcpy(file.data(), &header, sizeof(header));
 }
 
 }  // namespace
@@ -279,7 +254,7 @@ std::string MakeCacheFile(const CacheContents& contents) {
   std::string file = LayOut(tables.ToSections(fl::filesystem::to_bytes(contents.root.toString()),
                                               contents.list ? contents.list->origin : std::string()),
                             header);
-  AddChecksums(file, header);
+  Seal(file, header);
   return file;
 }
 
