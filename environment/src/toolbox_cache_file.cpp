@@ -1,8 +1,10 @@
+#include <cerrno>
 #include <foundation/storage/vfs/exception.hpp>
 #include <search_path_environment/toolbox_cache.hpp>
 #include <search_path_environment/toolbox_cache_file.hpp>
 #include <search_path_environment/whole_file.hpp>
 #include <search_path_utilities/services.hpp>
+#include <system_error>
 
 #include "folder_making.hpp"
 
@@ -49,10 +51,12 @@ class Draft {
   bool isKept_ = false;
 };
 
-}  // namespace
+bool IsOfAFullDisk(const std::error_code& error) {
+  return error == std::errc::no_space_on_device || error == std::errc::file_too_large || error.value() == EDQUOT;
+}
 
-void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, const FolderEntryFactory& entries,
-                           std::chrono::milliseconds patience) {
+void WriteByWayOfDraft(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, const FolderEntryFactory& entries,
+                       std::chrono::milliseconds patience) {
   const auto session = VornixStorageSystem::GetStorageSystemReference();
   const auto storage = session.ProviderFor(file);
   MakeFolderWithParents(*storage, file.getParent());
@@ -67,6 +71,19 @@ void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRo
   // Nobody looked at what closing the draft said, so it tells itself whether it is whole.
   ToolboxCache::Open(session, draft.GetLocation(), CacheTrust::Blind).Check();
   draft.FlushAndRenameTo(place);
+}
+
+}  // namespace
+
+void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, const FolderEntryFactory& entries,
+                           std::chrono::milliseconds patience) {
+  try {
+    WriteByWayOfDraft(file, toolboxRoot, entries, patience);
+  } catch (const foundation::storage::vfs::Exception& failure) {
+    // A disk is full where it turns out to be: as a folder is made, or the lock, or as the draft is flushed.
+    if (IsOfAFullDisk(failure.GetError())) throw PathManagement::UnableToSaveToolboxCacheException();
+    throw;
+  }
 }
 
 bool RemoveToolboxCacheFile(const AbsoluteIRI& file, std::chrono::milliseconds patience) {

@@ -17,9 +17,10 @@ namespace Quorvex::PathEnvironment {
 /// writers and stays, and for as long as this takes, or until the next call if it is interrupted, its draft. Where
 /// `file` is a link, what it leads to is replaced.
 ///
-/// Throws UnableToSaveToolboxCacheException when the draft could not be written whole, ToolboxCacheError should what
-/// was written not be what was meant, and the storage layer's Exception for all else, std::errc::timed_out for a lock
-/// that another writer keeps among it; what was there is then still in place, and no draft is left.
+/// Throws UnableToSaveToolboxCacheException when the draft could not be written, and wherever the disk is full;
+/// ToolboxCacheError should what was written not be what was meant; and the storage layer's Exception for all else,
+/// std::errc::timed_out for a lock that another writer keeps among it. No draft is left then, and what was there is
+/// still in place, unless it was the last step that failed: then the new cache is, but may not survive a power failure.
 SEARCH_PATH_ENVIRONMENT_EXPORT void WriteToolboxCacheFile(
     const foundation::storage::vfs::AbsoluteIRI& file, const foundation::storage::vfs::AbsoluteIRI& toolboxRoot,
     const FolderEntryFactory& entries, std::chrono::milliseconds patience = std::chrono::seconds(10));
