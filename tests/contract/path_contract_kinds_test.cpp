@@ -1,5 +1,7 @@
 // The kinds of paths that keep the contract: one line a kind, at the end.
 
+#include <search_path_environment/cached_path.hpp>
+#include <search_path_environment/toolbox_cache_file.hpp>
 #include <search_path_utilities/composite_paths.hpp>
 #include <support/fake_path.hpp>
 #include <unit/environment/disk_folder.hpp>
@@ -11,9 +13,17 @@
 namespace Quorvex::PathManagement::contract {
 namespace {
 
+using foundation::storage::vfs::AbsoluteIRI;
+using foundation::storage::vfs::VornixStorageSystem;
+using PathEnvironment::CachedPath;
+using PathEnvironment::CacheTrust;
 using PathEnvironment::DiskFolder;
+using PathEnvironment::DistinctFolders;
+using PathEnvironment::FolderEntryFactory;
+using PathEnvironment::FolderPathFactory;
 using PathEnvironment::MemoryStorage;
 using PathEnvironment::NameComparison;
+using PathEnvironment::ToolboxCache;
 
 /// Calls `addFolder(path)` and `addFile(path)` for all that `folder`, whose own path text is `path`, holds.
 template <class AddFolder, class AddFile>
@@ -49,11 +59,14 @@ class InMemory {
     }
   }
 
-  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
-    std::vector<std::u16string> names;
-    for (const Folder& folder : folders) names.push_back(folder.GetName());
-    return storage_.Path(names);
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const { return PathEnvironment::ReadPath(ListOf(folders)); }
+
+  [[nodiscard]] std::vector<AbsoluteIRI> ListOf(const Content& folders) const {
+    std::vector<AbsoluteIRI> locations;
+    for (const Folder& folder : folders) locations.push_back(PathEnvironment::InMemory(folder.GetName()));
+    return locations;
   }
+  [[nodiscard]] static AbsoluteIRI Root() { return PathEnvironment::InMemory(u"/"); }
 
  private:
   MemoryStorage storage_{Comparison};
@@ -70,11 +83,14 @@ class OnDisk {
     }
   }
 
-  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
-    std::vector<foundation::storage::vfs::AbsoluteIRI> locations;
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const { return PathEnvironment::ReadPath(ListOf(folders)); }
+
+  [[nodiscard]] std::vector<AbsoluteIRI> ListOf(const Content& folders) const {
+    std::vector<AbsoluteIRI> locations;
     for (const Folder& folder : folders) locations.push_back(disk_.LocationOf(BelowRoot(folder.GetName())));
-    return PathEnvironment::ReadPath(locations);
+    return locations;
   }
+  [[nodiscard]] AbsoluteIRI Root() const { return disk_.LocationOf(); }
 
  private:
   static std::string BelowRoot(const std::u16string& path) { return fl::filesystem::to_bytes(path.substr(1)); }
@@ -95,6 +111,24 @@ template <class Folders>
 PathPtr Leaf(const Content& content) {
   const auto folders = std::make_shared<const Folders>(content);
   return Keeping(folders, folders->PathOver(content));
+}
+
+/// One path over all folders, out of a cache of it.
+template <class Folders, CacheTrust Trust>
+PathPtr Cached(const Content& content) {
+  const auto folders = std::make_shared<const Folders>(content);
+  const auto storage = VornixStorageSystem::GetStorageSystemReference();
+  const DistinctFolders list(folders->ListOf(content), storage);
+  const AbsoluteIRI file = folders->Root().getChild(u"cache");
+  {
+    const FolderEntryFactory entries(storage);
+    const auto path = FolderPathFactory().CreateFolderPath(list, entries);
+    PathEnvironment::WriteToolboxCacheFile(file, folders->Root(), entries);
+  }
+  return Keeping<Folders>(folders, CachedPath::Make(ToolboxCache::Open(storage, file, Trust), content.size(),
+                                                    [list](const IPathEntryFactory& entries) {
+                                                      return FolderPathFactory().CreateFolderPath(list, entries);
+                                                    }));
 }
 
 /// A path for each folder, and one without any after each, joined.
@@ -155,6 +189,12 @@ PathPtr Masked(const Content& content) {
   return Keeping<Folders>(folders, WithoutTheFirst(folders->PathOver(WithAnother(content))));
 }
 
+/// The same out of a cache.
+template <class Folders, CacheTrust Trust>
+PathPtr MaskedCached(const Content& content) {
+  return WithoutTheFirst(Cached<Folders, Trust>(WithAnother(content)));
+}
+
 /// The folders of two paths, each listed once, of which one is masked.
 template <class Folders>
 PathPtr MaskedDeduplicated(const Content& content) {
@@ -176,12 +216,18 @@ using Memory = InMemory<NameComparison::Exact>;
 using CaselessMemory = InMemory<NameComparison::IgnoreCase>;
 
 INSTANTIATE_TEST_SUITE_P(EachKind, PathContract,
-                         testing::Values(                                                                    //
-                             PathKind{"Fake", Leaf<Fake>},                                                   //
-                             PathKind{"CaselessFake", Leaf<CaselessFake>},                                   //
-                             PathKind{"FolderPathInMemory", Leaf<Memory>},                                   //
-                             PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},                   //
-                             PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                                     //
+                         testing::Values(                                                         //
+                             PathKind{"Fake", Leaf<Fake>},                                        //
+                             PathKind{"CaselessFake", Leaf<CaselessFake>},                        //
+                             PathKind{"FolderPathInMemory", Leaf<Memory>},                        //
+                             PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},        //
+                             PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                          //
+                             PathKind{"CachedPathInMemory", Cached<Memory, CacheTrust::Proven>},  //
+                             PathKind{"CachedPathInCaselessMemory", Cached<CaselessMemory, CacheTrust::Proven>},
+                             PathKind{"CachedPathOnDisk", Cached<OnDisk, CacheTrust::Proven>},               //
+                             PathKind{"CachedPathTrustedBlindly", Cached<Memory, CacheTrust::Blind>},        //
+                             PathKind{"CachedPathOnDiskTrustedBlindly", Cached<OnDisk, CacheTrust::Blind>},  //
+                             PathKind{"MaskedCachedPath", MaskedCached<Memory, CacheTrust::Proven>},         //
                              PathKind{"ConcatenatedFakes", Concatenated<Fake>},                              //
                              PathKind{"ConcatenatedFolderPathsInMemory", Concatenated<Memory>},              //
                              PathKind{"ConcatenatedFolderPathsOnDisk", Concatenated<OnDisk>},                //
