@@ -84,11 +84,11 @@ void MakeTree(const std::vector<std::string>& tree, const fs::path& root) {
 std::string RunCommand(const std::string& command, const fs::path& root) {
   const fs::path work = root.parent_path();
   const fs::path state = work / "state";
-  std::ofstream(work / "command") << "cd " << root << "\nPATH=" << PROGRAM_FOLDER << ":$PATH\nTOOLBOX=" << TOOLBOX
-                                  << "\nHOME=" << work / "home"
-                                  << "\nXDG_STATE_HOME=" << state
-                                  << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH XDG_CACHE_HOME\n"
-                                  << command << '\n';
+  std::ofstream(work / "command")
+      << "cd " << root << "\nPATH=" << PROGRAM_FOLDER << ":$PATH\nTOOLBOX=" << TOOLBOX << "\nHOME=" << work / "home"
+      << "\nXDG_STATE_HOME=" << state
+      << "\nLC_ALL=C\nexport TOOLBOX HOME XDG_STATE_HOME LC_ALL\nunset VORNIX_PATH XDG_CACHE_HOME\n"
+      << command << '\n';
   const std::string quoted = '"' + work.string();
   const int status = std::system(  // NOLINT(cert-env33-c,concurrency-mt-unsafe): a shell is what transcripts are about
       ("sh " + quoted + "/command\" >" + quoted + "/out\" 2>" + quoted + "/err\"").c_str());
@@ -99,7 +99,8 @@ std::string RunCommand(const std::string& command, const fs::path& root) {
   Replace(printed, root.string(), "ROOT");
   Replace(printed, state.string(), "STATE");
   Replace(printed, TOOLBOX, "TOOLBOX");
-  return std::regex_replace(printed, std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z"), "TIME");
+  printed = std::regex_replace(printed, std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z"), "TIME");
+  return std::regex_replace(printed, std::regex("(, |\"bytes\":)[0-9]+( bytes\\b|,)"), "$1SIZE$2");
 }
 
 }  // namespace transcripts

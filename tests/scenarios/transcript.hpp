@@ -13,7 +13,8 @@
 //
 // Commands are run by sh in the tree's root, one after another, with a HOME and an XDG_STATE_HOME of their own, both
 // missing at first. In the output, the root's path stands as ROOT, that of XDG_STATE_HOME as STATE, and that of the
-// example toolbox as TOOLBOX, which commands find in the variable TOOLBOX; a point in time stands as TIME.
+// example toolbox as TOOLBOX, which commands find in the variable TOOLBOX; a point in time stands as TIME, and the size
+// of a cache, which depends on where the root is, as SIZE.
 #pragma once
 
 #include <filesystem>
