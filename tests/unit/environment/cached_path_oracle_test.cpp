@@ -53,6 +53,32 @@ TEST(PathsWithACache, TrustedBlindlyAnswerAsWhenItWasWritten) {
   }
 }
 
+// The folders up to the one that decides, and what happened in them since, are enough for whatever is found in them.
+TEST(PathsWithACache, FindInTheFoldersThatDecideWhatAllOfThemTogetherMean) {
+  RandomSource random = RandomSource::OfThisRun(7'004);
+  SCOPED_TRACE(random.Describe());
+  std::size_t early = 0;
+  for (int round = 0; round < 300 && !testing::Test::HasFailure(); ++round) {
+    SCOPED_TRACE("round " + std::to_string(round));
+    CachedTree tree(random, AnyComparison(random));
+    tree.WriteCache();
+    for (std::size_t changes = random.Below(4); changes > 0; --changes) tree.ChangeSomething();
+
+    const auto fresh = tree.Fresh();
+    const auto cache = ToolboxCache::Open(SessionStorage(), CachedTree::CacheLocation(), CacheTrust::Proven);
+    for (int i = 0; i < 8; ++i) {
+      const Wanted wanted{tree.RandomName(), random.ListOf(3, [&] { return tree.RandomExtension(); })};
+      const auto path = tree.Cached(cache, CachedPath::CountDeciding(cache, wanted.Target()));
+      if (!path || path->IsWhole()) continue;
+      const auto found = FindFirstFileVisibleOnPath(*path, wanted.Target(), kNative);
+      if (!found) continue;  // what the cache knew is gone, and all must be asked
+      ++early;
+      EXPECT_EQ(Shown(found), Shown(FindFirstFileVisibleOnPath(*fresh, wanted.Target(), kNative)));
+    }
+  }
+  EXPECT_GT(early, 50U);
+}
+
 // Rarely in the header's page, most of which is empty.
 std::size_t AnyPlace(const std::string& bytes, RandomSource& random) {
   constexpr std::size_t header = 264;

@@ -55,7 +55,11 @@ class CachedTree {
 
   /// The path with the help of the cache; null when the list has to be looked through again.
   [[nodiscard]] std::shared_ptr<const CachedPath> Cached(const ToolboxCache& cache) const {
-    return CachedPath::Make(cache, cache.CountFolders(),
+    return Cached(cache, cache.CountFolders());
+  }
+  /// The same over its first `count` folders.
+  [[nodiscard]] std::shared_ptr<const CachedPath> Cached(const ToolboxCache& cache, std::size_t count) const {
+    return CachedPath::Make(cache, count,
                             [this](const PathManagement::IPathEntryFactory& entries) { return ReadWith(entries); });
   }
 
