@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
+#include <optional>
 #include <search_path_environment/toolbox_cache.hpp>
 #include <utility>
 

@@ -53,10 +53,10 @@ struct ListingProblem {
 struct FolderListing {
   std::vector<ListedEntry> entries;  ///< in no order, without "." and ".."
   std::vector<ListingProblem> problems;
-  FileIdentity identity;      ///< the folder's own
-  FileTime modificationTime;  ///< the folder's own, read before its entries were
-  FileTime changeTime;        ///< likewise
-  FileTime readAt;            ///< no change that the listing missed bears an earlier time than this
+  FileIdentity identity;              ///< the folder's own
+  FileTime modificationTime;          ///< the folder's own, read before its entries were
+  FileTime changeTime;                ///< likewise
+  FileTime readAt;                    ///< no change that the listing missed bears an earlier time than this
   std::vector<std::u16string> links;  ///< those of the entries that are links, so that their kinds are other folders'
 };
 
