@@ -27,7 +27,7 @@ AbsoluteIRI Beside(const AbsoluteIRI& file, const char16_t* suffix) {
 // Sweeps the draft unless it has become the file. What fails here does not hide why the draft was given up.
 class Draft {
  public:
-  Draft(const IStorageProvider& storage, AbsoluteIRI location) : storage_(storage), location_(std::move(location)) {}
+  Draft(const IStorageProvider& storage, const AbsoluteIRI& location) : storage_(storage), location_(location) {}
   Draft(const Draft&) = delete;
   Draft& operator=(const Draft&) = delete;
   ~Draft() {

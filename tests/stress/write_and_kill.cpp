@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <fstream>
+#include <iostream>
 #include <optional>
 #include <random>
 #include <search_path_environment/toolbox_cache.hpp>
@@ -57,6 +58,7 @@ class Trial {
   void Run() {
     RunTool(0, std::nullopt);  // so that there is a cache to look at
     std::vector<std::jthread> threads;
+    threads.reserve(writers_ + 2);
     for (int reader = 0; reader < 2; ++reader) {
       threads.emplace_back([this] {
         while (std::chrono::steady_clock::now() < end_) Read();
@@ -109,7 +111,7 @@ class Trial {
       if (!isOfThatWriter) throw ToolboxCacheError(CacheRefusal::Damaged, "it is of no path that was written");
     } catch (const std::exception& failure) {
       ++figures.torn;
-      std::fprintf(stderr, "not whole: %s\n", failure.what());
+      std::cerr << "not whole: " << failure.what() << '\n';
     }
   }
 
@@ -151,6 +153,7 @@ class Trial {
     std::vector<std::string> words = {
         tool_, "cache", "write", "--path", path, "--cache-file", cache, "--root", folder_.GetPath().string()};
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     posix_spawn_file_actions_t actions;
@@ -161,7 +164,7 @@ class Trial {
     const int error = posix_spawn(&process, tool_.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error == 0) return process;
-    std::fprintf(stderr, "cannot start %s\n", tool_.c_str());
+    std::cerr << "cannot start " << tool_ << '\n';
     std::exit(2);
   }
 
@@ -176,7 +179,7 @@ class Trial {
 
 int main(int argc, char** argv) {
   if (argc < 3) {
-    std::fprintf(stderr, "usage: write_and_kill TOOL SECONDS [WRITERS]\n");
+    std::cerr << "usage: write_and_kill TOOL SECONDS [WRITERS]\n";
     return 2;
   }
   const std::size_t writers = argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 4;

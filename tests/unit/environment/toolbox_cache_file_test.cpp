@@ -7,11 +7,11 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <fakes/failing_storage_provider.hpp>
 #include <filesystem>
 #include <foundation/storage/vfs/exception.hpp>
 #include <fstream>
+#include <iostream>
 #include <search_path_utilities/services.hpp>
 #include <support/in_child.hpp>
 #include <support/storage_matchers.hpp>
@@ -245,7 +245,7 @@ class ToolboxCacheOnDisk : public ToolboxCacheFileTest {
     } catch (const UnableToSaveToolboxCacheException&) {
       return Holds(OnDisk(), before) && !std::filesystem::exists(disk_.PathOf("toolbox.draft"));
     } catch (const std::exception& failure) {
-      std::fprintf(stderr, "%s\n", failure.what());
+      std::cerr << failure.what() << '\n';
       return false;
     }
   }
@@ -267,9 +267,9 @@ TEST_F(ToolboxCacheOnDisk, IsNotSavedWhereFilesMayNotGrowSoLarge) {
   const std::size_t size = OpenCache(OnDisk(), CacheTrust::Blind).GetSize();
   for (const rlim_t limit : {rlim_t{0}, rlim_t{1}, rlim_t{264}, rlim_t{4095}, rlim_t{4096}, rlim_t{4097}, size - 1}) {
     EXPECT_EQ(FindingOf([&] {
-                std::signal(SIGXFSZ, SIG_IGN);
                 const rlimit limits = {limit, limit};
-                if (setrlimit(RLIMIT_FSIZE, &limits) != 0) return Finding::CannotBeTried;
+                if (std::signal(SIGXFSZ, SIG_IGN) == SIG_ERR || setrlimit(RLIMIT_FSIZE, &limits) != 0)
+                  return Finding::CannotBeTried;
                 return IsRightlyRefused(before, after) ? Finding::AsExpected : Finding::Otherwise;
               }),
               Finding::AsExpected)

@@ -32,6 +32,7 @@ inline StorageSystemReference Session() { return VornixStorageSystem::GetStorage
 /// The locations of `paths` in memory.
 inline std::vector<AbsoluteIRI> InMemory(const std::vector<std::u16string>& paths) {
   std::vector<AbsoluteIRI> locations;
+  locations.reserve(paths.size());
   for (const std::u16string& path : paths) locations.push_back(InMemory(path));
   return locations;
 }
