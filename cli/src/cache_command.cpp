@@ -107,10 +107,9 @@ ExitStatus TellStatus(const CacheOptions& options) {
   const auto cache = OpenedOrTold(file, CacheTrust::Proven, options.json);
   if (!cache) return ExitStatus::No;
   try {
-    const FolderList list = ListFor(options.path);
-    const bool isOfThisList = cache->HoldsListFrom(list.GetOrigin()) || cache->HoldsList(list.GetFolders());
-    ReportStatus(file, *cache, {isOfThisList, cache->ExamineFolders()}, options.json);
-    return isOfThisList ? ExitStatus::Yes : ExitStatus::No;
+    const CacheStanding standing = StandingOf(ListFor(options.path), *cache);
+    ReportStatus(file, *cache, standing, options.json);
+    return standing.isIndexUsed ? ExitStatus::Yes : ExitStatus::No;
   } catch (const ToolboxCacheError& error) {
     ReportRefused(file, error, options.json);
     return ExitStatus::No;

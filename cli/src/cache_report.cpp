@@ -41,10 +41,9 @@ std::string TimeOf(const ToolboxCache& cache) {
   return Quorvex::PathEnvironment::ToText(std::chrono::floor<std::chrono::seconds>(cache.GetTimeOfWriting()));
 }
 
-// In a word; empty for a folder that is as it was.
+// Of a folder that is not proven, in a word.
 std::string WordFor(const RecordedFolder& folder) {
   if (!folder.canBeProven) return "unproven";
-  if (folder.standing == Standing::Proven) return "";
   return folder.standing == Standing::Changed ? "changed" : "another";
 }
 
@@ -64,15 +63,9 @@ json::object HoldingsToJson(const AbsoluteIRI& file, const ToolboxCache& cache) 
           {"names", cache.CountNames()}};
 }
 
-std::size_t CountProven(const std::vector<RecordedFolder>& folders) {
-  return static_cast<std::size_t>(std::count_if(folders.begin(), folders.end(),
-                                                [](const RecordedFolder& folder) { return WordFor(folder).empty(); }));
-}
-
 json::array ReadAnewToJson(const std::vector<RecordedFolder>& folders) {
   json::array array;
   for (const RecordedFolder& folder : folders) {
-    if (WordFor(folder).empty()) continue;
     json::object object = ToJson(folder.location);
     object["state"] = WordFor(folder);
     array.push_back(std::move(object));
@@ -122,22 +115,20 @@ void ReportRefused(const AbsoluteIRI& file, const ToolboxCacheError& error, bool
 }
 
 void ReportStatus(const AbsoluteIRI& file, const ToolboxCache& cache, const CacheStanding& standing, bool json) {
-  const std::size_t proven = CountProven(standing.folders);
   if (json) {
     json::object document = HoldingsToJson(file, cache);
-    document["holdsThisPath"] = standing.isOfThisList;
-    document["proven"] = proven;
-    document["readAnew"] = ReadAnewToJson(standing.folders);
+    document["holdsThisPath"] = standing.holdsList;
+    document["usesIndex"] = standing.isIndexUsed;
+    document["proven"] = standing.proven;
+    document["readAnew"] = ReadAnewToJson(standing.readAnew);
     return WriteJson(document);
   }
   WriteHoldings(file, cache);
-  WriteLine("path", standing.isOfThisList ? "it holds this path"
-                                          : "it holds another path: its folders are used, its index is not");
-  WriteLine("proven", Counted(proven, "folder"));
-  WriteLine("read anew", Counted(standing.folders.size() - proven, "folder"));
-  for (const RecordedFolder& folder : standing.folders) {
-    const std::string word = WordFor(folder);
-    if (!word.empty()) WriteLine("  " + word, ShownText(folder.location));
+  WriteLine("path", InWords(standing));
+  WriteLine("proven", Counted(standing.proven, "folder"));
+  WriteLine("read anew", Counted(standing.readAnew.size(), "folder"));
+  for (const RecordedFolder& folder : standing.readAnew) {
+    WriteLine("  " + WordFor(folder), ShownText(folder.location));
   }
 }
 

@@ -8,13 +8,9 @@
 #include <string_view>
 #include <vector>
 
-namespace vornixpath {
+#include "cache_standing.hpp"
 
-/// How a cache stands to a path, and its folders to those on disk.
-struct CacheStanding {
-  bool isOfThisList;
-  std::vector<Quorvex::PathEnvironment::RecordedFolder> folders;
-};
+namespace vornixpath {
 
 /// A folder that a cache holds, read again.
 struct VerifiedFolder {

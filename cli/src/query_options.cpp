@@ -7,6 +7,18 @@
 
 namespace vornixpath {
 
+namespace {
+
+CacheUse UseNamed(const std::string& name) {
+  static const std::map<std::string, CacheUse> kUses = {
+      {"auto", CacheUse::Auto}, {"off", CacheUse::Off}, {"require", CacheUse::Require}};
+  const auto use = kUses.find(name);
+  if (use == kUses.end()) throw UsageError("--cache is auto, off or require, not \"" + Displayed(name) + "\"");
+  return use->second;
+}
+
+}  // namespace
+
 void AddFolderOptions(CLI::App& command, PathOptions& path) {
   command
       .add_option("--path", path.text,
@@ -45,15 +57,13 @@ void AddCacheFileOption(CLI::App& command, PathOptions& path) {
 }
 
 void AddCacheOptions(CLI::App& command, PathOptions& path) {
-  static const std::map<std::string, CacheUse> kUses = {
-      {"auto", CacheUse::Auto}, {"off", CacheUse::Off}, {"require", CacheUse::Require}};
   command
-      .add_option("--cache", path.cache,
-                  "Whether a cache that 'vornixpath cache write' wrote\n"
-                  "stands for folders: auto, where it is proven that they\n"
-                  "have not changed since; off; or require, as they were\n"
-                  "then, whatever has changed")
-      ->transform(CLI::Transformer(kUses, CLI::ignore_case).description(""))
+      .add_option_function<std::string>(
+          "--cache", [&path](const std::string& use) { path.cache = UseNamed(use); },
+          "Whether a cache that 'vornixpath cache write' wrote\n"
+          "stands for folders: auto, where it is proven that they\n"
+          "have not changed since; off; or require, as they were\n"
+          "then, whatever has changed")
       ->type_name("auto|off|require")
       ->default_str("auto");
   AddCacheFileOption(command, path);

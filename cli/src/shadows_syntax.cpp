@@ -41,6 +41,7 @@ CommandSyntax AddShadows(CLI::App& app) {
   CLI::App& command = AddCommand(app, "shadows", "", "List what is hidden on the path, and how grave that is");
   AddPathOptions(command, options.path);
   AddMaskOption(command, options.path);
+  AddCacheOptions(command, options.path);
   command
       .add_option("--ext", options.extensions,
                   "The extensions that are tried, in order, separated\n"

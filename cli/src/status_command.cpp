@@ -1,13 +1,12 @@
-#include <algorithm>
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <iostream>
 #include <map>
-#include <search_path_environment/cached_path.hpp>
 #include <search_path_environment/distinct_folders.hpp>
 
 #include "cache_report.hpp"
+#include "cache_standing.hpp"
 #include "cached_loading.hpp"
 #include "commands.hpp"
 #include "folder_state.hpp"
@@ -25,8 +24,6 @@ using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::DistinctFolders;
 using Quorvex::PathEnvironment::DroppedFolder;
 using Quorvex::PathEnvironment::KeptFolder;
-using Quorvex::PathEnvironment::RecordedFolder;
-using Quorvex::PathEnvironment::Standing;
 using Quorvex::PathEnvironment::ToolboxCache;
 using Quorvex::PathEnvironment::ToolboxCacheError;
 
@@ -46,21 +43,20 @@ Counts CountStates(const DistinctFolders& folders) {
   return counts;
 }
 
-std::string UseOf(const FolderList& list, const ToolboxCache& cache) {
-  const bool isOfThisList = cache.HoldsListFrom(list.GetOrigin()) || cache.HoldsList(list.GetFolders());
-  const auto folders = cache.ExamineFolders();
-  const auto count = [&folders](Standing standing) {
-    return static_cast<std::size_t>(
-        std::count_if(folders.begin(), folders.end(),
-                      [standing](const RecordedFolder& folder) { return folder.standing == standing; }));
-  };
-  const std::size_t others = count(Standing::Another);
-  const std::string proven = Counted(count(Standing::Proven), "folder") + " proven, " +
-                             Counted(count(Standing::Changed) + others, "folder") + " read anew";
-  if (!isOfThisList) return "in part: it holds another path, so its folders are used and its index is not; " + proven;
-  if (others > 0)
-    return "in part: folders came, went or were put in another's place, so its index is not used; " + proven;
-  return "yes: " + proven;
+std::string UseOf(const CacheStanding& standing) {
+  if (standing.count == 0 && !standing.isIndexUsed) return "no: " + InWords(standing);
+  return std::string(standing.isIndexUsed ? "yes" : "in part") + ": " + InWords(standing) + "; " +
+         Counted(standing.proven, "folder") + " proven, " + Counted(standing.readAnew.size(), "folder") + " read anew";
+}
+
+std::string UseWhenRequired(const FolderList& list, const foundation::storage::vfs::AbsoluteIRI& file) {
+  const auto cache = ToolboxCache::Open(VornixStorageSystem::GetStorageSystemReference(), file,
+                                        Quorvex::PathEnvironment::CacheTrust::Blind);
+  if (cache.HoldsListFrom(list.GetOrigin()) || cache.HoldsList(list.GetFolders()) ||
+      cache.HoldsAll(list.GetFolders())) {
+    return "yes: --cache require, nothing is proven";
+  }
+  return "no: it does not hold all folders of the path";
 }
 
 // Whether, and why or why not.
@@ -69,11 +65,9 @@ std::string UseOf(const FolderList& list, const CacheChoice& choice) {
   if (!choice.file) return "no: there is no place for it";
   try {
     const auto storage = VornixStorageSystem::GetStorageSystemReference();
-    if (choice.use == CacheUse::Require) {
-      static_cast<void>(ToolboxCache::Open(storage, *choice.file, Quorvex::PathEnvironment::CacheTrust::Blind));
-      return "yes: --cache require, nothing is proven";
-    }
-    return UseOf(list, ToolboxCache::Open(storage, *choice.file, Quorvex::PathEnvironment::CacheTrust::Proven));
+    if (choice.use == CacheUse::Require) return UseWhenRequired(list, *choice.file);
+    const auto cache = ToolboxCache::Open(storage, *choice.file, Quorvex::PathEnvironment::CacheTrust::Proven);
+    return UseOf(StandingOf(list, cache));
   } catch (const ToolboxCacheError& error) {
     return std::string("no: ") + error.what();
   }

@@ -1,5 +1,6 @@
 #include "watch_news.hpp"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/signalfd.h>
@@ -15,6 +16,14 @@ namespace {
 
 constexpr short kNobodyReads = POLLERR | POLLHUP | POLLNVAL;
 
+// Standard output may be closed, and must not become a descriptor of ours.
+int AboveTheStandardOnes(int descriptor) {
+  if (descriptor == -1 || descriptor > STDERR_FILENO) return descriptor;
+  const int moved = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  ::close(descriptor);
+  return moved;
+}
+
 int TakeSignals() {
   sigset_t taken;
   sigemptyset(&taken);
@@ -25,14 +34,15 @@ int TakeSignals() {
   if (const int error = pthread_sigmask(SIG_BLOCK, &blocked, nullptr)) {
     throw std::system_error(error, std::generic_category(), "cannot hold back signals");
   }
-  const int descriptor = ::signalfd(-1, &taken, SFD_CLOEXEC | SFD_NONBLOCK);
+  const int descriptor = AboveTheStandardOnes(::signalfd(-1, &taken, SFD_CLOEXEC | SFD_NONBLOCK));
   if (descriptor == -1) throw std::system_error(errno, std::generic_category(), "cannot wait for signals");
   return descriptor;
 }
 
 }  // namespace
 
-WatchNews::WatchNews() : signals_(TakeSignals()), bell_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+WatchNews::WatchNews()
+    : signals_(TakeSignals()), bell_(AboveTheStandardOnes(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))) {
   if (bell_ != -1) return;
   const std::system_error failure(errno, std::generic_category(), "cannot wait for changes");
   ::close(signals_);

@@ -49,7 +49,7 @@ struct Header {
   std::uint32_t hasList;   ///< whether List and Origin tell what path the main entries make
   std::uint32_t writer;    ///< the user with whose rights the folders were read
   std::uint32_t isExact;   ///< whether storage tells letter cases apart in every folder
-  std::uint32_t reserved;
+  std::uint32_t rights;    ///< a number for those rights: user, groups and capabilities
   std::array<Span, kSections> sections;
   std::uint64_t checksumOfSums;
   std::uint64_t checksum;  ///< of all that stands before it

@@ -17,6 +17,7 @@
 #include "cache_layout.hpp"
 #include "cache_seal.hpp"
 #include "folder_names.hpp"
+#include "process_rights.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -250,6 +251,7 @@ std::string MakeCacheFile(const CacheContents& contents) {
   header.writtenAt = NumberOf(std::chrono::time_point_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now()));
   header.hasList = contents.list ? 1 : 0;
   header.writer = ::geteuid();
+  header.rights = RightsOfThisProcess();
   header.isExact = tables.IsExact() ? 1 : 0;
   std::string file = LayOut(tables.ToSections(fl::filesystem::to_bytes(contents.root.toString()),
                                               contents.list ? contents.list->origin : std::string()),

@@ -11,6 +11,7 @@
 #include "cache_index.hpp"
 #include "cache_records.hpp"
 #include "parallel.hpp"
+#include "process_rights.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -34,9 +35,13 @@ std::shared_ptr<const MappedBytes> MappedOf(const StorageSystemReference& storag
 }
 
 void RequireOwnRights(const Header& header) {
-  if (header.writer == ::geteuid()) return;
-  throw ToolboxCacheError(CacheRefusal::OtherUser, "its folders were read with the rights of another user, number " +
-                                                       std::to_string(header.writer));
+  if (header.writer != ::geteuid()) {
+    throw ToolboxCacheError(CacheRefusal::OtherUser, "its folders were read with the rights of another user, number " +
+                                                         std::to_string(header.writer));
+  }
+  if (header.rights != RightsOfThisProcess()) {
+    throw ToolboxCacheError(CacheRefusal::OtherUser, "its folders were read with other groups or capabilities");
+  }
 }
 
 std::size_t CountListed(const CacheImage& image) { return image.CountOf<ListedRow>(Section::List); }
@@ -85,6 +90,11 @@ bool ToolboxCache::HoldsList(const std::vector<AbsoluteIRI>& folders) const {
   return std::equal(rows.begin(), rows.end(), folders.begin(), [this](const ListedRow& row, const AbsoluteIRI& folder) {
     return TextListed(*records_, row) == folder.toString();
   });
+}
+
+bool ToolboxCache::HoldsAll(const std::vector<AbsoluteIRI>& folders) const {
+  return std::all_of(folders.begin(), folders.end(),
+                     [this](const AbsoluteIRI& folder) { return records_->FindMain(folder).has_value(); });
 }
 
 std::vector<RecordedFolder> ToolboxCache::ExamineFolders() const {

@@ -12,6 +12,7 @@ namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::IStorageProvider;
+using foundation::storage::vfs::StorageSystemReference;
 using foundation::storage::vfs::VornixStorageSystem;
 using foundation::storage::vfs::WriteMode;
 
@@ -22,6 +23,20 @@ constexpr const char16_t* kDraft = u".draft";
 
 AbsoluteIRI Beside(const AbsoluteIRI& file, const char16_t* suffix) {
   return file.getParent().getChild(file.getName() + suffix);
+}
+
+// What is there and something else is nobody's to throw away. An empty file may have been made to be written to.
+void RequireCacheIfAny(const StorageSystemReference& session, const AbsoluteIRI& file) {
+  const auto storage = session.ProviderFor(file);
+  RequireReplaceable(*storage, file);
+  if (!IsThere(*storage, file) || storage->Stat(file).size == 0) return;
+  try {
+    static_cast<void>(ToolboxCache::Open(session, file, CacheTrust::Blind));
+  } catch (const ToolboxCacheError& error) {
+    if (error.GetRefusal() != CacheRefusal::Foreign) return;  // old, damaged or closed to us, but one of ours
+    throw foundation::storage::vfs::Exception("replace", file, std::make_error_code(std::errc::operation_not_supported),
+                                              "it is no toolbox cache");
+  }
 }
 
 // Sweeps the draft unless it has become the file. What fails here does not hide why the draft was given up.
@@ -60,7 +75,7 @@ void WriteByWayOfDraft(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, 
   const auto session = VornixStorageSystem::GetStorageSystemReference();
   const auto storage = session.ProviderFor(file);
   MakeFolderWithParents(*storage, file.getParent());
-  RequireReplaceable(*storage, file);
+  RequireCacheIfAny(session, file);
   const AbsoluteIRI place = storage->CanonicalLocation(file);
   const auto lock = storage->Lock(Beside(place, kLock), patience);
 
@@ -87,16 +102,19 @@ void WriteToolboxCacheFile(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRo
 }
 
 bool RemoveToolboxCacheFile(const AbsoluteIRI& file, std::chrono::milliseconds patience) {
-  const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  try {
-    const auto lock = storage->Lock(Beside(file, kLock), patience);
-    RemoveIfThere(*storage, Beside(file, kDraft));
-    storage->Remove(file);
-  } catch (const foundation::storage::vfs::Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    return false;
-  }
-  return true;
+  const auto session = VornixStorageSystem::GetStorageSystemReference();
+  const auto storage = session.ProviderFor(file);
+  RequireCacheIfAny(session, file);
+  const AbsoluteIRI place = storage->CanonicalLocation(file);
+  const AbsoluteIRI draft = Beside(place, kDraft);
+  const bool isThere = IsThere(*storage, place);
+  if (!isThere && !IsThere(*storage, draft)) return false;  // and no lock is left where there is nothing to lock
+
+  const auto lock = storage->Lock(Beside(place, kLock), patience);
+  RemoveIfThere(*storage, draft);
+  RemoveIfThere(*storage, place);
+  if (!(place == file)) RemoveIfThere(*storage, file);
+  return isThere;
 }
 
 }  // namespace Quorvex::PathEnvironment

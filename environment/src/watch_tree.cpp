@@ -97,10 +97,16 @@ class WatchTree::Walk {
       if (at_->parent != nullptr) MoveTo(*at_->parent);
       return;
     }
+    // As long as anybody is in a folder, the kernel says of its removal to nobody but those who watch the one around
+    // it.
+    const bool isGoal = rest_.empty();
+    if (isGoal) Await(name);
     if (Enter(name)) return;
     // No folder. Whatever stands there: what comes next must be noticed, so look once more with the watch in place.
-    Await(name);
-    if (Enter(name)) return;
+    if (!isGoal) {
+      Await(name);
+      if (Enter(name)) return;
+    }
     const std::string path = PathOf(*at_) + "/" + name;
     if (const auto target = TargetOf(path)) Push(*target);
   }

@@ -21,9 +21,9 @@ namespace Quorvex::PathEnvironment {
 /// The folders on the ways to those that somebody follows, in the shape of the file system, links resolved.
 ///
 /// Every folder on a way is watched for what becomes of itself, so that it is noticed when it is moved, removed or
-/// closed. Names are watched only in the folders at the end of a way, and where a way passes a link or ends before its
-/// goal. Each watch is placed before what stands behind it is looked at, so a change that comes between raises an
-/// event. Not safe from several threads.
+/// closed. Names are watched only in the folders at the end of a way and around it, and where a way passes a link or
+/// ends before its goal. Each watch is placed before what stands behind it is looked at, so a change that comes between
+/// raises an event. Not safe from several threads.
 class WatchTree {
  public:
   class Folder;

@@ -28,16 +28,6 @@ std::unique_ptr<IReadableFile> OpenIfThere(const IStorageProvider& storage, cons
   }
 }
 
-bool IsThere(const IStorageProvider& storage, const AbsoluteIRI& location) {
-  try {
-    static_cast<void>(storage.Stat(location));
-    return true;
-  } catch (const Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    return false;
-  }
-}
-
 void WriteNewFile(const IStorageProvider& storage, const AbsoluteIRI& file, const Pieces& pieces,
                   Durability durability) {
   const auto writer = storage.OpenForWriting(file, WriteMode::CreateNew);
@@ -104,6 +94,16 @@ void ReplaceWholeFile(const IStorageProvider& storage, const AbsoluteIRI& file, 
   } catch (const Exception&) {
     Sweep(storage, DraftOf(place));
     throw;
+  }
+}
+
+bool IsThere(const IStorageProvider& storage, const AbsoluteIRI& location) {
+  try {
+    static_cast<void>(storage.Stat(location));
+    return true;
+  } catch (const Exception& failure) {
+    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
+    return false;
   }
 }
 

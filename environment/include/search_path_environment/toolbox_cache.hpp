@@ -60,6 +60,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ToolboxCache {
   /// Whether it holds a whole path, the one of this very list. O(folders).
   [[nodiscard]] bool HoldsList(const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders) const;
 
+  /// Whether it has a record of each of `folders`, in whatever order. O(folders).
+  [[nodiscard]] bool HoldsAll(const std::vector<foundation::storage::vfs::AbsoluteIRI>& folders) const;
+
   /// Asks storage about every folder, by several threads for many. In path order.
   [[nodiscard]] std::vector<RecordedFolder> ExamineFolders() const;
 

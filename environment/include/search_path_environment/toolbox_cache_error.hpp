@@ -14,7 +14,7 @@ enum class CacheRefusal : std::uint8_t {
   Foreign,         ///< it is no toolbox cache
   OtherVersion,    ///< its format is another one
   OtherByteOrder,  ///< a machine of another kind wrote it
-  OtherUser,       ///< its folders were read with the rights of another user
+  OtherUser,       ///< its folders were read with other rights: another user's, other groups, other capabilities
   CutShort,        ///< its size is not the one that was written
   Damaged,         ///< some of its bytes are not those that were written
   OtherFolders,    ///< it does not hold all folders that are asked for

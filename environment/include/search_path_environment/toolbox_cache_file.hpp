@@ -25,8 +25,9 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void WriteToolboxCacheFile(
     const foundation::storage::vfs::AbsoluteIRI& file, const foundation::storage::vfs::AbsoluteIRI& toolboxRoot,
     const FolderEntryFactory& entries, std::chrono::milliseconds patience = std::chrono::seconds(10));
 
-/// Removes a cache, and what an interrupted call has left of a draft; false when there was none. Its lock stays. Throws
-/// the storage layer's Exception.
+/// Removes a cache, a link to it, and what an interrupted call has left of a draft; false when there was no cache. Its
+/// lock stays. Throws the storage layer's Exception, std::errc::operation_not_supported for what is no regular file
+/// among it.
 SEARCH_PATH_ENVIRONMENT_EXPORT bool RemoveToolboxCacheFile(
     const foundation::storage::vfs::AbsoluteIRI& file, std::chrono::milliseconds patience = std::chrono::seconds(10));
 

@@ -47,6 +47,11 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const foundation::storage::vfs::AbsoluteIRI& file,
                                                      const Pieces& pieces, Durability durability);
 
+/// Whether there is a file, a folder or whatever at `location`, or at the end of the link that it is. Throws the
+/// storage layer's Exception.
+[[nodiscard]] bool IsThere(const foundation::storage::vfs::IStorageProvider& storage,
+                           const foundation::storage::vfs::AbsoluteIRI& location);
+
 /// Throws the storage layer's Exception, with std::errc::operation_not_supported, for what is there and no regular
 /// file, and for a link that leads nowhere: putting a file in its place would lose it.
 void RequireReplaceable(const foundation::storage::vfs::IStorageProvider& storage,
