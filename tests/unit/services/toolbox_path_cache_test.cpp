@@ -5,7 +5,7 @@
 #include <csignal>
 #include <fakes/counting_storage_provider.hpp>
 #include <fakes/failing_storage_provider.hpp>
-#include <fakes/forbidding_storage_provider.hpp>
+#include <fakes/forwarding_storage_provider.hpp>
 #include <filesystem>
 #include <foundation/storage/vfs/memory_storage_provider.hpp>
 #include <foundation/storage/vfs/ofstream.hpp>
@@ -13,6 +13,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 #include <search_path_utilities/path_editing.hpp>
 #include <search_path_utilities/services.hpp>
@@ -24,6 +25,9 @@
 #include <support/storage_matchers.hpp>
 #include <support/temporary_folder.hpp>
 #include <support/without_privileges.hpp>
+#include <thread>
+#include <typeindex>
+#include <vector>
 
 namespace Quorvex::PathManagement {
 namespace {
@@ -31,7 +35,8 @@ namespace {
 using foundation::core::except::IInternalException;
 using foundation::storage::fakes::CountingStorageProvider;
 using foundation::storage::fakes::FailingStorageProvider;
-using foundation::storage::fakes::ForbiddingStorageProvider;
+using foundation::storage::fakes::ForwardingStorageProvider;
+using foundation::storage::fakes::IStorageObserver;
 using foundation::storage::fakes::Persistence;
 using foundation::storage::fakes::StorageOperation;
 using foundation::storage::vfs::AbsoluteIRI;
@@ -43,7 +48,12 @@ using foundation::storage::vfs::VornixStorageSystem;
 using support::MockPathEntryFactory;
 using support::TemporaryFolder;
 using testing::_;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Property;
 using testing::Ref;
+using testing::ResultOf;
+using testing::StrEq;
 using testing::StrictMock;
 using testing::Throws;
 
@@ -62,7 +72,33 @@ class WritingFactory final : public IPathEntryFactory {
   Write write_;
 };
 
-const auto cannotBeSaved = Throws<UnableToSaveToolboxCacheException>();
+/// Lets a test see each call to storage before it is made, or throw in place of it.
+class StorageWatch final : public IStorageObserver {
+ public:
+  using Watch = std::function<void(StorageOperation)>;
+  explicit StorageWatch(Watch watch) : watch_(std::move(watch)) {}
+
+  void BeforeCall(StorageOperation operation, const AbsoluteIRI& /*location*/) override { watch_(operation); }
+
+ private:
+  Watch watch_;
+};
+
+/// What another part of the platform throws: as close to storage's own exception as can be.
+class AnotherPartsException : public foundation::core::except::Exception<IInternalException, std::exception> {
+ public:
+  [[nodiscard]] const char* what() const noexcept override { return "another part failed"; }
+};
+
+/// A callable that throws an `Expected` itself, and not what is derived from it to attach another exception.
+template <class Expected>
+auto ThrowsExactly(const std::string& text) {
+  const auto typeOf = [](const Expected& thrown) { return std::type_index(typeid(thrown)); };
+  return Throws<Expected>(
+      AllOf(ResultOf(typeOf, std::type_index(typeid(Expected))), Property("what", &Expected::what, StrEq(text))));
+}
+
+const auto cannotBeSaved = ThrowsExactly<UnableToSaveToolboxCacheException>(std::exception().what());
 
 TEST(UnableToSaveToolboxCacheException, IsAnInternalExceptionOfThePlatform) {
   EXPECT_TRUE((std::is_base_of_v<foundation::core::except::Exception<IInternalException, std::exception>,
@@ -91,6 +127,26 @@ class ToolboxPathCache : public testing::Test {
                     .call = call,
                     .error = std::make_error_code(error),
                     .persistence = Persistence::Persistent});
+  }
+  [[nodiscard]] MountHandle Watch(const StorageWatch::Watch& watch) const {
+    const auto watched = std::make_shared<ForwardingStorageProvider>(memory_, std::make_shared<StorageWatch>(watch));
+    return VornixStorageSystem::Mount(u"cachetest", watched);
+  }
+  /// Whatever `operation` throws that is not storage's own exception reaches who saves `write`, as it is.
+  void ExpectPassedOn(StorageOperation operation, const WritingFactory::Write& write) const {
+    const auto saveWhile = [&](const std::function<void()>& fail) {
+      return [&, fail] {
+        const MountHandle mount = Watch([&](StorageOperation called) {
+          if (called == operation) fail();
+        });
+        Save(write);
+      };
+    };
+    EXPECT_THAT(saveWhile([] { throw AnotherPartsException(); }),
+                ThrowsExactly<AnotherPartsException>("another part failed"));
+    EXPECT_THAT(saveWhile([] { throw std::logic_error("a mistake"); }), ThrowsExactly<std::logic_error>("a mistake"));
+    EXPECT_THAT(saveWhile([] { throw std::bad_alloc(); }), ThrowsExactly<std::bad_alloc>(std::bad_alloc().what()));
+    EXPECT_THAT(saveWhile([] { throw 42; }), Throws<int>(42));
   }
   /// Nothing when there is no file.
   [[nodiscard]] std::optional<std::string> Content() const {
@@ -136,6 +192,20 @@ TEST_F(ToolboxPathCache, ComesToTheFactoryAsAFilesStreamThatThrowsEveryError) {
   });
 }
 
+TEST_F(ToolboxPathCache, IsWrittenOnTheCallersThread) {
+  const auto caller = std::this_thread::get_id();
+  std::vector<std::thread::id> threads;
+  const auto note = [&] { threads.push_back(std::this_thread::get_id()); };
+  const MountHandle mount = Watch([&](StorageOperation) { note(); });
+
+  Save([&](std::ostream& out) {
+    note();
+    out << "records";
+  });
+
+  EXPECT_THAT(threads, ElementsAre(caller, caller, caller, caller)) << "opened, asked for, written, closed";
+}
+
 TEST_F(ToolboxPathCache, IsWrittenThroughAnAlias) {
   const MountHandle alias = VornixStorageSystem::MountAlias(u"cachealias", u"cachetest");
   WriteToolboxPathCache(AbsoluteIRI(u"cachealias:///cache"), root_, WritingFactory([](auto& out) { out << "there"; }));
@@ -172,12 +242,10 @@ TEST_F(ToolboxPathCache, CannotBeSavedUnderASchemeThatNothingServes) {
               cannotBeSaved);
 }
 
-TEST_F(ToolboxPathCache, PassesOnWhatIsNotStoragesOwnExceptionFromOpening) {
-  const auto forbidding = std::make_shared<ForbiddingStorageProvider>(memory_);
-  const MountHandle mount = VornixStorageSystem::Mount(u"cachetest", forbidding);
-  forbidding->Forbid();
-
-  EXPECT_THAT([&] { Save([](std::ostream&) {}); }, Throws<std::logic_error>());
+TEST_F(ToolboxPathCache, PassesOnWhatIsNotStoragesOwnExceptionFromOpeningAndStaysAsItIs) {
+  memory_->AddFile(u"/cache", "old");
+  ExpectPassedOn(StorageOperation::OpenForWriting, [](std::ostream&) { FAIL() << "the factory was asked"; });
+  EXPECT_EQ(Content(), "old");
 }
 
 TEST_F(ToolboxPathCache, IsGoneWhenTheFactoryThrowsAfterWritingAPart) {
@@ -312,6 +380,13 @@ TEST_F(ToolboxPathCache, PassesOnWhyItCannotBeRemovedInTheCleanUp) {
   EXPECT_EQ(Content(), "");
 }
 
+TEST_F(ToolboxPathCache, PassesOnWhatIsNotStoragesOwnExceptionInTheCleanUpAndStays) {
+  for (const StorageOperation operation : {StorageOperation::Close, StorageOperation::Remove}) {
+    ExpectPassedOn(operation, [](std::ostream&) { throw std::runtime_error("no more"); });
+    EXPECT_EQ(Content(), "");
+  }
+}
+
 TEST_F(ToolboxPathCache, PassesOnThatSomebodyElseRemovedIt) {
   EXPECT_THAT(
       [&] {
@@ -352,6 +427,13 @@ TEST_F(ToolboxPathCacheOnDisk, ReplacesAnOlderAndLongerOne) {
   std::ofstream(Path()) << "an older and longer cache";
   Save([](std::ostream& out) { out << "new"; });
   EXPECT_EQ(Content(), "new");
+}
+
+TEST_F(ToolboxPathCacheOnDisk, HasNothingBesideItOnceItIsSaved) {
+  Save([](std::ostream& out) { out << "records"; });
+
+  const std::filesystem::directory_iterator entries(folder_.GetPath());
+  EXPECT_THAT(std::vector<std::filesystem::path>(begin(entries), end(entries)), ElementsAre(Path()));
 }
 
 TEST_F(ToolboxPathCacheOnDisk, CannotBeSavedInAFolderThatCannotBeWritten) {
