@@ -24,6 +24,7 @@ using foundation::msg_svc::eventmgr::EventConnection;
 using foundation::msg_svc::eventmgr::EventMgr;
 using foundation::msg_svc::eventmgr::SessionEmId;
 using foundation::storage::fakes::CountingStorageProvider;
+using foundation::storage::fakes::StorageOperation;
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::Exception;
 using foundation::storage::vfs::FailsWith;
@@ -76,6 +77,32 @@ class ChangeNotification : public testing::Test {
   Texts AnnouncedForCanonical(const std::u16string& changed) {
     NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(AbsoluteIRI(changed), given_);
     return session_.Hear();
+  }
+
+  /// Whatever request for memory fails: what had been posted before stays, and nothing else comes.
+  void ExpectTheFirstOnesWhenMemoryEnds(const std::function<void()>& notify) {
+    notify();
+    const Texts all = session_.Hear();
+    std::size_t partial = 0;
+    for (std::size_t successes = 0;; ++successes) {
+      bool isAll = false;
+      try {
+        const Allocations allocations(successes);
+        notify();
+        isAll = true;
+      } catch (const std::bad_alloc&) {
+        isAll = false;
+      }
+      const Texts heard = session_.Hear();
+      if (isAll) {
+        EXPECT_EQ(heard, all);
+        break;
+      }
+      ASSERT_LT(heard.size(), all.size());
+      EXPECT_EQ(heard, Texts(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(heard.size())));
+      if (!heard.empty()) ++partial;
+    }
+    EXPECT_GT(partial, 0U);
   }
 
   EventMgr given_;
@@ -195,30 +222,19 @@ TEST_F(ChangeNotification, PostsNothingToTheManagerItIsGiven) {
   EXPECT_THAT(given.Hear(), IsEmpty());
 }
 
-// Whatever request for memory fails: what had been posted before stays, and nothing else comes.
+TEST_F(ChangeNotification, PostsEachEventOnceWhenItIsGivenTheSessionsOwnManager) {
+  const auto session = createLocalEventMgr(SessionEmId);
+
+  NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(AbsoluteIRI(u"file:///tb/@a"), *session);
+  EXPECT_THAT(session_.Hear(), ElementsAre("file:///tb/@a", "file:///tb"));
+
+  NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(AbsoluteIRI(u"file:///"), *session);
+  EXPECT_THAT(session_.Hear(), ElementsAre("file:///"));
+}
+
 TEST_F(ChangeNotification, LeavesPostedWhatWasPostedBeforeAFailure) {
   const AbsoluteIRI changed(u"file:///tb/+pkg/@cls/private/notes.txt");
-  const Texts all = AnnouncedFor(changed.toString());
-  std::size_t partial = 0;
-  for (std::size_t successes = 0;; ++successes) {
-    bool isAll = false;
-    try {
-      const Allocations allocations(successes);
-      NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesCommon(changed);
-      isAll = true;
-    } catch (const std::bad_alloc&) {
-      isAll = false;
-    }
-    const Texts heard = session_.Hear();
-    if (isAll) {
-      EXPECT_EQ(heard, all);
-      break;
-    }
-    ASSERT_LT(heard.size(), all.size());
-    EXPECT_EQ(heard, Texts(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(heard.size())));
-    if (!heard.empty()) ++partial;
-  }
-  EXPECT_GT(partial, 0U);
+  ExpectTheFirstOnesWhenMemoryEnds([&] { NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesCommon(changed); });
 }
 
 /// A tree in memory under a scheme of its own, with the alias `ram`.
@@ -247,6 +263,21 @@ TEST_F(ChangeNotificationInStorage, ResolvesAnAliasWithoutAskingStorage) {
 
 TEST_F(ChangeNotificationInStorage, AnnouncesWhatDoesNotExist) {
   EXPECT_THAT(AnnouncedForResolved(u"memory:///gone/@c"), ElementsAre("memory:///gone/@c", "memory:///gone"));
+}
+
+TEST_F(ChangeNotificationInStorage, AsksStorageOnceWhenItCanonicalizes) {
+  AnnouncedForCanonical(u"memory:///link/private/f.vnx");
+
+  EXPECT_EQ(storage_->GetCount(StorageOperation::CanonicalLocation), 1U);
+  EXPECT_EQ(storage_->GetCount(), 1U);
+}
+
+TEST_F(ChangeNotificationInStorage, LeavesPostedWhatWasPostedBeforeAFailure) {
+  const AbsoluteIRI changed(u"ram:///link/private/f.vnx");
+  ExpectTheFirstOnesWhenMemoryEnds(
+      [&] { NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(changed, given_); });
+  ExpectTheFirstOnesWhenMemoryEnds(
+      [&] { NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(changed, given_); });
 }
 
 TEST_F(ChangeNotificationInStorage, FollowsLinksWhenItCanonicalizes) {
