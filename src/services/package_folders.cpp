@@ -21,6 +21,7 @@ void AppendRootFolder(const IPackage& package, Folders& folders) {
 
 void AppendPathFolders(const IPackage& package, Folders& folders) {
   const auto records = package.GetPathFolders();
+  if (!records) return;
   const auto declared = *records | std::views::transform(&PackagePathFolder::folder);
   folders.insert(folders.end(), declared.begin(), declared.end());
 }

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <new>
 #include <search_path_utilities/services.hpp>
 #include <stdexcept>
 #include <string>
@@ -24,11 +25,12 @@ using support::FoldersAt;
 using support::NamesOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::ThrowsMessage;
 using VornixComponents::ComponentIdentifier;
 
 using Calls = std::vector<std::string>;
 
-/// A package that a test describes, and that notes what it is asked.
+/// A package that a test describes, and that notes what it is asked, or throws its name.
 struct FakePackage final : public IPackage {
   bool isEnabled = true;
   bool isRootFolderPackage = false;
@@ -37,6 +39,7 @@ struct FakePackage final : public IPackage {
   std::shared_ptr<const std::vector<PackagePathFolder>> pathFolders =
       std::make_shared<const std::vector<PackagePathFolder>>();
   Calls* calls = nullptr;
+  std::string thrown;
 
   [[nodiscard]] bool IsEnabled() const override { return Note("IsEnabled"), isEnabled; }
   [[nodiscard]] bool IsRootFolderPackage() const override { return Note("IsRootFolderPackage"), isRootFolderPackage; }
@@ -53,6 +56,7 @@ struct FakePackage final : public IPackage {
 
  private:
   void Note(const char* call) const {
+    if (call == thrown) throw std::runtime_error(call);
     if (calls != nullptr) calls->emplace_back(call);
   }
 };
@@ -78,12 +82,16 @@ std::shared_ptr<FakePackage> RootFolderPackage(std::string_view root, const Pack
   return package;
 }
 
+/// Knows the packages that a test adds, and notes the components that it is asked for.
 class FakeRegistry final : public IPackageRegistry {
  public:
+  std::vector<std::u16string>* asked = nullptr;
+
   void Add(const std::u16string& component, std::shared_ptr<const IPackage> package) {
     packages_.emplace(component, std::move(package));
   }
   [[nodiscard]] std::shared_ptr<const IPackage> GetPackage(const ComponentIdentifier& component) const override {
+    if (asked != nullptr) asked->push_back(component.GetText());
     const auto found = packages_.find(component.GetText());
     return found == packages_.end() ? nullptr : found->second;
   }
@@ -146,6 +154,15 @@ TEST_F(PathFoldersForPackages, PassOverAPackageThatIsNotEnabled) {
 
 TEST_F(PathFoldersForPackages, PassOverAPackageWithoutAny) {
   registry_.Add(u"a", PackageWith(""));
+  registry_.Add(u"b", PackageWith("b1"));
+
+  EXPECT_EQ(Of({u"a", u"b"}), "b1");
+}
+
+TEST_F(PathFoldersForPackages, PassOverAPackageThatAnswersWithNoListAtAll) {
+  const auto package = PackageWith("");
+  package->pathFolders = nullptr;
+  registry_.Add(u"a", package);
   registry_.Add(u"b", PackageWith("b1"));
 
   EXPECT_EQ(Of({u"a", u"b"}), "b1");
@@ -237,6 +254,17 @@ TEST_F(PathFoldersForPackages, AskAPackageNoMoreThanIsNeeded) {
               ElementsAre("IsEnabled", "IsRootFolderPackage", "GetProperty", "GetRootFolder"));
 }
 
+TEST_F(PathFoldersForPackages, AskTheRegistryOnceForEachComponentInOrder) {
+  registry_.Add(u"a", PackageWith("a"));
+  registry_.Add(u"b", RootFolderPackage("b", true));
+  std::vector<std::u16string> asked;
+  registry_.asked = &asked;
+
+  EXPECT_EQ(Of({u"b", u"unknown", u"a", u"b"}), "b a b");
+
+  EXPECT_THAT(asked, ElementsAre(u"b", u"unknown", u"a", u"b"));
+}
+
 /// A registry that makes a package for each question, and knows whether the one before is still held.
 class MakingRegistry final : public IPackageRegistry {
  public:
@@ -266,6 +294,23 @@ TEST_F(PathFoldersForPackages, PassOnWhatTheRegistryThrows) {
                std::logic_error);
 }
 
+TEST_F(PathFoldersForPackages, PassOnWhatAPackageThrows) {
+  const auto fails = [](const std::shared_ptr<FakePackage>& package, const char* operation) {
+    package->thrown = operation;
+    FakeRegistry registry;
+    registry.Add(u"good", PackageWith("a"));
+    registry.Add(u"bad", package);
+    const std::vector components{ComponentIdentifier(u"good"), ComponentIdentifier(u"bad")};
+    EXPECT_THAT([&] { return GetPathFoldersForPackages(registry, components); },
+                ThrowsMessage<std::runtime_error>(operation));
+  };
+  fails(PackageWith("b"), "IsEnabled");
+  fails(PackageWith("b"), "IsRootFolderPackage");
+  fails(PackageWith("b"), "GetPathFolders");
+  fails(RootFolderPackage("b", true), "GetProperty");
+  fails(RootFolderPackage("b", true), "GetRootFolder");
+}
+
 TEST_F(PathFoldersForPackages, GetRoomForAWholePackageAtOnce) {
   std::string names;
   for (int number = 0; number < 100; ++number) names += std::to_string(number) + " ";
@@ -291,15 +336,17 @@ TEST_F(PathFoldersForPackages, AreNotCopiedAnewForEachOfManyPackages) {
 }
 
 TEST_F(PathFoldersForPackages, LeaveNothingBehindWhenMemoryEnds) {
-  const auto package = PackageWith("a b c");
-  registry_.Add(u"a", package);
-  const std::vector components{ComponentIdentifier(u"a"), ComponentIdentifier(u"a")};
-  const long owners = package.use_count();
-  for (const std::size_t successes : {0U, 1U}) {
-    const Allocations allocations(successes);
-    EXPECT_THROW(static_cast<void>(GetPathFoldersForPackages(registry_, components)), std::bad_alloc);
+  for (const auto& package : {PackageWith("a b c"), RootFolderPackage("root", true)}) {
+    FakeRegistry registry;
+    registry.Add(u"a", package);
+    const std::vector components{ComponentIdentifier(u"a"), ComponentIdentifier(u"a")};
+    const long owners = package.use_count();
+    for (const std::size_t successes : {0U, 1U}) {
+      const Allocations allocations(successes);
+      EXPECT_THROW(static_cast<void>(GetPathFoldersForPackages(registry, components)), std::bad_alloc);
+    }
+    EXPECT_EQ(package.use_count(), owners);
   }
-  EXPECT_EQ(package.use_count(), owners);
 }
 
 }  // namespace

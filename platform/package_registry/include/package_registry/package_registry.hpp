@@ -66,7 +66,7 @@ class PACKAGE_REGISTRY_EXPORT IPackage {
   /// The property of that name; empty when the package has none.
   [[nodiscard]] virtual std::optional<PackageProperty> GetProperty(std::u16string_view name) const = 0;
   [[nodiscard]] virtual foundation::storage::vfs::AbsoluteIRI GetRootFolder() const = 0;
-  /// In the package's own order, repeats included. Never null.
+  /// In the package's own order, repeats included. Null is as good as an empty list.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<PackagePathFolder>> GetPathFolders() const = 0;
 
  protected:
