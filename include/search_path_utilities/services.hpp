@@ -31,9 +31,13 @@ class SEARCH_PATH_UTILITIES_EXPORT UnableToSaveToolboxCacheException
 /// system; a file of that name is replaced.
 ///
 /// Throws UnableToSaveToolboxCacheException when storage refuses to open the file, which is then left as it is; and
-/// when the factory throws or a write fails, once the file has been removed. What fails in closing or removing it
-/// passes instead, as does anything but storage's Exception from opening. The last bytes, written as the file is closed
-/// after success, are not checked: a factory that wants them to be flushes the stream, whose every error throws.
+/// when opening leaves the stream failed or the factory throws, once the file has been removed. A write that fails
+/// throws within the factory; if the factory keeps that to itself, the cache counts as saved. What fails in closing or
+/// removing the file passes instead, as does anything but storage's Exception from opening. The last bytes, written as
+/// the file is closed after success, are not checked: a factory that wants them to be flushes the stream.
+///
+/// Name the file itself and not a link to it: what is removed is the link, and what it leads to keeps the part that was
+/// written.
 SEARCH_PATH_UTILITIES_EXPORT void WriteToolboxPathCache(const foundation::storage::vfs::AbsoluteIRI& cacheFile,
                                                         const foundation::storage::vfs::AbsoluteIRI& toolboxRoot,
                                                         const IPathEntryFactory& factory);
@@ -42,7 +46,7 @@ SEARCH_PATH_UTILITIES_EXPORT void WriteToolboxPathCache(const foundation::storag
 /// special subfolder around it, innermost first, and for the plain folder around them all, the path entry that has to
 /// look again.
 ///
-/// By names alone: a dot anywhere in a name makes it a file's, a folder `data.old` included; nothing need exist. The
+/// By names alone: a dot anywhere in its name makes `iri` a file, a folder `data.old` included; nothing need exist. The
 /// events go to the session's manager, which delivers them when somebody dispatches. What an identifier or the manager
 /// throws passes unchanged; events already posted stay posted. O(n) in the length of the identifier for each event.
 SEARCH_PATH_UTILITIES_EXPORT void NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesCommon(

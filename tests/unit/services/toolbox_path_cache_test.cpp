@@ -403,11 +403,12 @@ class ToolboxPathCacheOnDisk : public testing::Test {
  protected:
   [[nodiscard]] std::filesystem::path Path() const { return folder_.GetPath() / "cache"; }
   [[nodiscard]] AbsoluteIRI File() const { return GetIRIFromString(Path().u16string()); }
-  [[nodiscard]] std::string Content() const {
+  [[nodiscard]] static std::string ContentOf(const std::filesystem::path& path) {
     std::ostringstream content;
-    content << std::ifstream(Path()).rdbuf();
+    content << std::ifstream(path).rdbuf();
     return content.str();
   }
+  [[nodiscard]] std::string Content() const { return ContentOf(Path()); }
   void Save(const WritingFactory::Write& write) const {
     WriteToolboxPathCache(File(), AbsoluteIRI(u"file:///toolbox"), WritingFactory(write));
   }
@@ -441,6 +442,20 @@ TEST_F(ToolboxPathCacheOnDisk, CannotBeSavedInAFolderThatCannotBeWritten) {
   support::WithoutPrivileges([&] { EXPECT_TRUE(IsRefused([](std::ostream& out) { out << "new"; })); });
   std::filesystem::permissions(folder_.GetPath(), std::filesystem::perms(0755));
   EXPECT_FALSE(std::filesystem::exists(Path()));
+}
+
+TEST_F(ToolboxPathCacheOnDisk, LosesTheLinkThatItIsNamedByAndNotWhatThatLeadsTo) {
+  const std::filesystem::path target = folder_.GetPath() / "target";
+  std::ofstream(target) << "an older and longer cache";
+  std::filesystem::create_symlink(target, Path());
+
+  EXPECT_TRUE(IsRefused([](std::ostream& out) {
+    out << "a part";
+    throw std::runtime_error("no more");
+  }));
+
+  EXPECT_FALSE(std::filesystem::is_symlink(Path()));
+  EXPECT_EQ(ContentOf(target), "a part");
 }
 
 TEST_F(ToolboxPathCacheOnDisk, StaysAsItIsWhereItCannotBeWritten) {

@@ -21,6 +21,9 @@ class SEARCH_PATH_INTERFACES_EXPORT IPathEntryFactory {
       const foundation::storage::vfs::AbsoluteIRI& folder) const = 0;
 
   /// Writes what is known of the folders below `toolboxRoot` to `out`, in the factory's own record format.
+  ///
+  /// Where a cache file is saved, `out` throws every error. Let it pass: one that is kept back counts as saved. The
+  /// last bytes are written after the return, unchecked, unless `out` is flushed.
   virtual void WriteToolboxCache(std::ostream& out, const foundation::storage::vfs::AbsoluteIRI& toolboxRoot) const = 0;
 
  protected:
