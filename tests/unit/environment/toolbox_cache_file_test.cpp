@@ -96,11 +96,50 @@ TEST_F(ToolboxCacheFileTest, TakesThePlaceOfTheOldOneAndLeavesNothingButTheLock)
   EXPECT_TRUE(IsThere(Lock()));
 }
 
-TEST_F(ToolboxCacheFileTest, TakesThePlaceOfWhateverFileIsThere) {
-  Memory().GetProvider().AddFile(u"/cache/toolbox", "no cache at all");
+TEST_F(ToolboxCacheFileTest, TakesThePlaceOfADamagedCacheAndOfAnEmptyFile) {
+  for (const char* const bytes : {"vnxcache and no more", ""}) {
+    Memory().GetProvider().AddFile(u"/cache/toolbox", bytes);
+    const OneFolder path(u"/new");
+    path.WriteTo(File());
+    EXPECT_TRUE(Holds(File(), path)) << bytes;
+  }
+}
+
+TEST_F(ToolboxCacheFileTest, LeavesAloneWhatIsNoCache) {
+  Memory().GetProvider().AddFile(u"/cache/toolbox", "precious");
+  const OneFolder path(u"/new");
+
+  EXPECT_THAT([&] { path.WriteTo(File()); }, FailsWith(std::errc::operation_not_supported));
+  EXPECT_THAT([&] { RemoveToolboxCacheFile(File()); }, FailsWith(std::errc::operation_not_supported));
+
+  EXPECT_EQ(ReadWholeFile(Memory().GetProvider(), File()), "precious");
+  EXPECT_FALSE(IsThere(Draft()));
+}
+
+TEST_F(ToolboxCacheFileTest, RemovesTheCacheAndWhatAnInterruptedWriterLeft) {
   const OneFolder path(u"/new");
   path.WriteTo(File());
-  EXPECT_TRUE(Holds(File(), path));
+  Memory().GetProvider().AddFile(u"/cache/toolbox.draft", "a part");
+
+  EXPECT_TRUE(RemoveToolboxCacheFile(File()));
+  EXPECT_FALSE(IsThere(File()));
+  EXPECT_FALSE(IsThere(Draft()));
+  EXPECT_FALSE(RemoveToolboxCacheFile(File()));
+}
+
+TEST_F(ToolboxCacheFileTest, RemovesTheLinkThatItIsNamedByAsWell) {
+  Memory().GetProvider().AddLink(u"/cache/link", u"/cache/toolbox");
+  const OneFolder path(u"/new");
+  path.WriteTo(File());
+
+  EXPECT_TRUE(RemoveToolboxCacheFile(InMemory(u"/cache/link")));
+  EXPECT_FALSE(IsThere(File()));
+  EXPECT_THAT(Memory().GetProvider().List(InMemory(u"/cache")).links, testing::IsEmpty());
+}
+
+TEST_F(ToolboxCacheFileTest, LocksNothingWhereThereIsNothingToRemove) {
+  EXPECT_FALSE(RemoveToolboxCacheFile(File()));
+  EXPECT_FALSE(IsThere(InMemory(u"/cache/toolbox.lock")));
 }
 
 TEST_F(ToolboxCacheFileTest, SweepsTheDraftOfAWriterThatWasInterrupted) {
