@@ -1,8 +1,10 @@
 // What is announced, and when: real folders, the kernel's notifications, and the thread that waits for them.
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <set>
 #include <support/run_together.hpp>
@@ -252,6 +254,21 @@ TEST_F(AFolderWatcher, AnnouncesAFolderThatIsDeletedAndOneThatIsMadeAgain) {
   EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), Contains("b"));
   MakeFile(root / "b/f.x");
   EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), ElementsAre("b"));
+}
+
+// The kernel tells those who watch a folder of its end only when nobody is in it any more.
+TEST_F(AFolderWatcher, AnnouncesAFolderThatIsDeletedAndMadeAgainWhileSomebodyIsInIt) {
+  const auto watcher = Watch({"b", "sentinel"});
+  const int somebody = ::open((root / "b").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_NE(somebody, -1);
+
+  fs::remove(root / "b");
+  EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), Contains("b"));
+  fs::create_directory(root / "b");
+  EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), Contains("b"));
+  MakeFile(root / "b/f.x");
+  EXPECT_THAT(announcements.UntilSentinel(root / "sentinel"), ElementsAre("b"));
+  ::close(somebody);
 }
 
 TEST_F(AFolderWatcher, AnnouncesEverythingWhenTheSystemLostEvents) {
