@@ -34,12 +34,6 @@ using Quorvex::PathEnvironment::KeptFolder;
 using Quorvex::PathEnvironment::ToolboxCache;
 using Quorvex::PathEnvironment::ToolboxCacheError;
 
-AbsoluteIRI FileOf(const PathOptions& options) {
-  PathOptions required = options;
-  required.cache = CacheUse::Require;
-  return *CacheChoice(required).file;
-}
-
 bool IsAtOrBelow(const AbsoluteIRI& root, const AbsoluteIRI& folder) {
   AbsoluteIRI place = folder;
   while (!(place == root)) {
@@ -69,7 +63,7 @@ AbsoluteIRI RootAround(const DistinctFolders& folders) {
 }
 
 ExitStatus Write(const CacheOptions& options) {
-  const AbsoluteIRI file = FileOf(options.path);
+  const AbsoluteIRI file = CacheFileFor(options.path);
   const FolderList list = ListFor(options.path);
   const auto storage = VornixStorageSystem::GetStorageSystemReference();
   const DistinctFolders folders(list.GetFolders(), storage);
@@ -103,7 +97,7 @@ std::optional<ToolboxCache> OpenedOrTold(const AbsoluteIRI& file, CacheTrust tru
 }
 
 ExitStatus TellStatus(const CacheOptions& options) {
-  const AbsoluteIRI file = FileOf(options.path);
+  const AbsoluteIRI file = CacheFileFor(options.path);
   const auto cache = OpenedOrTold(file, CacheTrust::Proven, options.json);
   if (!cache) return ExitStatus::No;
   try {
@@ -117,7 +111,7 @@ ExitStatus TellStatus(const CacheOptions& options) {
 }
 
 ExitStatus Verify(const CacheOptions& options) {
-  const AbsoluteIRI file = FileOf(options.path);
+  const AbsoluteIRI file = CacheFileFor(options.path);
   const auto cache = OpenedOrTold(file, CacheTrust::Blind, options.json);
   if (!cache) return ExitStatus::No;
   try {
@@ -132,7 +126,7 @@ ExitStatus Verify(const CacheOptions& options) {
 }
 
 ExitStatus Clear(const CacheOptions& options) {
-  const AbsoluteIRI file = FileOf(options.path);
+  const AbsoluteIRI file = CacheFileFor(options.path);
   if (Quorvex::PathEnvironment::RemoveToolboxCacheFile(file)) return ExitStatus::Yes;
   WriteMessage("there is no cache " + Quoted(TextOf(file)));
   return ExitStatus::No;

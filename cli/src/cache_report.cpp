@@ -83,6 +83,7 @@ std::vector<VerifiedFolder> CompareWithDisk(const ToolboxCache& cache) {
   const auto storage = VornixStorageSystem::GetStorageSystemReference();
   const auto recorded = cache.GetMainEntries();
   std::vector<AbsoluteIRI> locations;
+  locations.reserve(recorded.size());
   for (const auto& entry : recorded) locations.push_back(entry->GetLocation());
   const auto path = Quorvex::PathEnvironment::FolderPathFactory().CreateFolderPath(
       DistinctFolders(locations), Quorvex::PathEnvironment::FolderEntryFactory(storage));

@@ -70,10 +70,17 @@ std::optional<AbsoluteIRI> UsualCacheFile() {
   return FileBelow(Variable("HOME"), "/.cache/vornixpath/toolbox.cache");
 }
 
-CacheChoice::CacheChoice(const PathOptions& options)
-    : use(options.cache), file(options.cacheFile ? LocationFromArgument(*options.cacheFile) : UsualCacheFile()) {
-  if (use == CacheUse::Require && !file) {
-    throw UsageError("there is no place for a cache: give --cache-file, or set HOME to an absolute path");
+AbsoluteIRI CacheFileFor(const PathOptions& options) {
+  if (options.cacheFile) return LocationFromArgument(*options.cacheFile);
+  if (auto usual = UsualCacheFile()) return *std::move(usual);
+  throw UsageError("there is no place for a cache: give --cache-file, or set HOME to an absolute path");
+}
+
+CacheChoice::CacheChoice(const PathOptions& options) : use(options.cache) {
+  if (options.cacheFile || use == CacheUse::Require) {
+    file = CacheFileFor(options);
+  } else {
+    file = UsualCacheFile();
   }
 }
 

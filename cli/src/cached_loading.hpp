@@ -19,6 +19,9 @@ namespace vornixpath {
 /// is absolute.
 [[nodiscard]] std::optional<foundation::storage::vfs::AbsoluteIRI> UsualCacheFile();
 
+/// The file that `options` name, or the usual one. Throws UsageError when there is neither.
+[[nodiscard]] foundation::storage::vfs::AbsoluteIRI CacheFileFor(const PathOptions& options);
+
 /// Whether and where there is a cache to be used. A value.
 struct CacheChoice {
   explicit CacheChoice(const PathOptions& options);

@@ -10,7 +10,8 @@ using namespace cache;
 
 CacheIndex::CacheIndex(const CacheImage& image)
     : image_(image), buckets_(image.CountOf<std::uint32_t>(Section::Buckets)) {
-  if (buckets_ < 2 || !std::has_single_bit(--buckets_)) CacheImage::Damaged(Section::Buckets);
+  if (buckets_ < 2 || !std::has_single_bit(buckets_ - 1)) CacheImage::Damaged(Section::Buckets);
+  --buckets_;  // the last number is the count of all postings
 }
 
 std::vector<std::uint32_t> CacheIndex::HoldersOf(std::u16string_view baseName, std::u16string_view extension) const {

@@ -112,12 +112,16 @@ class Tables {
     for (const auto& child : entry.GetChildren()) AddEntry(*child, &entry, ordinal);
   }
 
+  [[nodiscard]] std::u16string BelowRoot(const AbsoluteIRI& location) const {
+    if (auto relative = RelativeTo(root_, location)) return *std::move(relative);
+    throw std::invalid_argument("a folder to be kept in a toolbox cache stands outside its root");
+  }
+
   EntryRow RowOf(const FolderEntry& entry, const FolderEntry* parent) {
     EntryRow row{};
     row.kind = static_cast<std::uint32_t>(entry.GetEntryType());
     row.flags = entry.ComparesExactly(PathManagement::FilenameMatchingPolicy::Native) ? kComparesExactly : 0;
-    row.name =
-        AddText(parent == nullptr ? RelativeTo(root_, entry.GetLocation()).value() : entry.GetLocation().getName());
+    row.name = AddText(parent == nullptr ? BelowRoot(entry.GetLocation()) : entry.GetLocation().getName());
     if (!(entry.GetCanonicalLocation() == ExpectedCanonical(entry, parent))) {
       row.canonical = AddText(entry.GetCanonicalLocation().toString());
     }

@@ -23,7 +23,8 @@ struct CacheContents {
   std::optional<List> list;
 };
 
-/// The whole file. Throws `std::length_error` for more than its numbers can count. O(n).
+/// The whole file. Throws `std::length_error` for more than its numbers can count, `std::invalid_argument` for an entry
+/// outside the root. O(n).
 [[nodiscard]] std::string MakeCacheFile(const CacheContents& contents);
 
 /// `location` relative to `root`; empty for the root itself, nothing for what is not below it.

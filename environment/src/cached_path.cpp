@@ -28,7 +28,6 @@ using foundation::storage::vfs::CanonicalAbsoluteIRI;
 using PathManagement::FilenameMatchingPolicy;
 using PathManagement::FoundItem;
 using PathManagement::IPathEntry;
-using PathManagement::IPathEntryFactory;
 using PathManagement::PathEntryCallback;
 using PathManagement::PathEntryType;
 using PathManagement::SearchScope;
@@ -270,18 +269,19 @@ struct CachedPath::State {
       FolderEntryPtr entry = Records().Entry(ordinal);
       if (entry->GetLocation().getName().substr(1) == name) found.emplace_back(main, std::move(entry));
     }
-    if (replaced.layer) AddClassFoldersRead(scope, name, policy, found);
+    if (replaced.layer) AddClassFolders(*replaced.layer, scope, name, policy, found);
     std::stable_sort(found.begin(), found.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<EntryPtr> entries;
+    entries.reserve(found.size());
     for (auto& [main, entry] : found) entries.push_back(std::move(entry));
     return entries;
   }
 
-  void AddClassFoldersRead(SearchScope scope, const std::u16string& name, FilenameMatchingPolicy policy,
-                           std::vector<std::pair<std::size_t, EntryPtr>>& found) const {
-    const auto& slots = replaced.layer->GetSlots();
-    for (const Ordinal ordinal : replaced.layer->ClassFoldersOf(name, policy)) {
+  static void AddClassFolders(const PathLayer& layer, SearchScope scope, const std::u16string& name,
+                              FilenameMatchingPolicy policy, std::vector<std::pair<std::size_t, EntryPtr>>& found) {
+    const auto& slots = layer.GetSlots();
+    for (const Ordinal ordinal : layer.ClassFoldersOf(name, policy)) {
       if (!scope.Contains(slots[slots[ordinal].parent].kind)) continue;
       found.emplace_back(slots[ordinal].position, slots[ordinal].entry);
     }

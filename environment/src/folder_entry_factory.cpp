@@ -44,8 +44,7 @@ struct FolderEntryFactory::Memory {
 
   std::mutex mutex;  // of what follows
   std::weak_ptr<const FolderPath> path;
-  std::optional<DistinctFolders> folders;  // of the path
-  std::string origin;                      // of the folders
+  std::optional<CacheContents::List> list;  // of the path
 };
 
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage)
@@ -86,13 +85,12 @@ void FolderEntryFactory::RememberPath(const std::shared_ptr<const FolderPath>& p
                                       const DistinctFolders& folders) const {
   const std::scoped_lock lock(memory_->mutex);
   memory_->path = path;
-  memory_->folders = folders;
-  memory_->origin.clear();
+  memory_->list = CacheContents::List{folders, {}};
 }
 
 void FolderEntryFactory::RememberOrigin(std::string origin) const {
   const std::scoped_lock lock(memory_->mutex);
-  memory_->origin = std::move(origin);
+  if (memory_->list) memory_->list->origin = std::move(origin);
 }
 
 void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI& toolboxRoot) const {
@@ -101,7 +99,7 @@ void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI&
     const std::scoped_lock lock(memory_->mutex);
     if (const auto path = memory_->path.lock()) {
       contents.mainEntries = MainEntriesOf(*path);
-      contents.list = CacheContents::List{*memory_->folders, memory_->origin};
+      contents.list = memory_->list;
     }
   }
   if (!contents.list) {

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/exception.hpp>
-#include <optional>
 #include <search_path_environment/toolbox_cache.hpp>
 #include <utility>
 
@@ -98,12 +97,12 @@ bool ToolboxCache::HoldsAll(const std::vector<AbsoluteIRI>& folders) const {
 }
 
 std::vector<RecordedFolder> ToolboxCache::ExamineFolders() const {
-  std::vector<std::optional<RecordedFolder>> examined(records_->CountOfMains());
-  InParallel(examined.size(), [&](std::size_t main) {
-    examined[main] = {records_->LocationOfMain(main), records_->StandingOfMain(main), records_->CanBeProven(main)};
-  });
   std::vector<RecordedFolder> folders;
-  for (auto& folder : examined) folders.push_back(*std::move(folder));
+  folders.reserve(records_->CountOfMains());
+  for (std::size_t main = 0; main < records_->CountOfMains(); ++main) {
+    folders.push_back({records_->LocationOfMain(main), Standing::Changed, records_->CanBeProven(main)});
+  }
+  InParallel(folders.size(), [&](std::size_t main) { folders[main].standing = records_->StandingOfMain(main); });
   return folders;
 }
 

@@ -43,8 +43,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntryFactory final : public PathManag
   /// what was dropped, and an index. The path is not kept alive. `FolderPathFactory` calls this for each path it makes.
   void RememberPath(const std::shared_ptr<const FolderPath>& path, const DistinctFolders& folders) const;
 
-  /// Keeps with the remembered path the bytes that its list was read from, by which it is recognised without being read
-  /// again.
+  /// Keeps with the path last remembered the bytes that its list was read from, by which it is recognised without being
+  /// read again.
   void RememberOrigin(std::string origin) const;
 
   /// Writes the main entries at or below `toolboxRoot` and what proves them, in the format of `ToolboxCache`: those of
