@@ -242,7 +242,7 @@ TEST_F(CachedPathTest, ReadsThePathAnewWhenTheIndexIsDamaged) {
   Memory().WithFiles({u"/m/f.x", u"/n/g.x"});
   Write({u"/m", u"/n"});
   const std::string bytes = ReadWholeFile(Provider(), File()).value();
-  const auto& buckets = HeaderOf(bytes).sections.at(static_cast<std::size_t>(cache::Section::Buckets));
+  const auto buckets = HeaderOf(bytes).sections.at(static_cast<std::size_t>(cache::Section::Buckets));
   // The first bucket begins where there is no posting.
   Provider().AddFile(u"/cache/toolbox", Resealed(bytes, [&buckets](std::string& file) {
                        file.replace(buckets.offset, 4, "\xFF\xFF\xFF\x7F");
@@ -259,7 +259,7 @@ TEST_F(CachedPathTest, KeepsTheEntriesThatWereHandedOutWhenDamageShows) {
   Write({u"/m", u"/n"});
   const std::string bytes = ReadWholeFile(Provider(), File()).value();
   Provider().AddFile(u"/cache/toolbox", Resealed(bytes, [&](std::string& file) {
-                       const auto& entries =
+                       const auto entries =
                            HeaderOf(bytes).sections.at(static_cast<std::size_t>(cache::Section::Entries));
                        cache::EntryRow row{};
                        std::memcpy(&row, file.data() + entries.offset + sizeof(row), sizeof(row));

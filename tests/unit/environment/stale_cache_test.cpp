@@ -54,7 +54,7 @@ class ForgedTree {
   [[nodiscard]] std::map<std::string, timespec> TimesOfFolders() const {
     std::map<std::string, timespec> times;
     for (const auto& place : fs::recursive_directory_iterator(disk_.PathOf())) {
-      struct stat status{};
+      struct stat status {};
       if (::stat(place.path().c_str(), &status) == 0 && S_ISDIR(status.st_mode)) times[place.path()] = status.st_mtim;
     }
     return times;
