@@ -16,7 +16,8 @@ namespace {
 
 std::filesystem::path Root() {
   const char* const named = std::getenv("SPU_BENCH_TREE");  // NOLINT(concurrency-mt-unsafe): nobody sets variables
-  return named != nullptr && *named != '\0' ? std::filesystem::path(named) : std::filesystem::temp_directory_path() / "spu-bench-tree";
+  return named != nullptr && *named != '\0' ? std::filesystem::path(named)
+                                            : std::filesystem::temp_directory_path() / "spu-bench-tree";
 }
 
 void MakeTree(const std::filesystem::path& root, const std::vector<std::string>& folders) {

@@ -90,7 +90,8 @@ void FolderEntryFactory::RememberPath(const std::shared_ptr<const FolderPath>& p
 
 void FolderEntryFactory::RememberOrigin(std::string origin) const {
   const std::scoped_lock lock(memory_->mutex);
-  if (memory_->list) memory_->list->origin = std::move(origin);
+  std::optional<CacheContents::List>& list = memory_->list;
+  if (list) list->origin = std::move(origin);
 }
 
 void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI& toolboxRoot) const {
