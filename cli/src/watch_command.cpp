@@ -17,6 +17,7 @@
 #include "path_source.hpp"
 #include "path_troubles.hpp"
 #include "watch_news.hpp"
+#include "watched_spellings.hpp"
 
 namespace vornixpath {
 
@@ -90,18 +91,25 @@ void TellTroubles(const FolderPath& before, const FolderPath& after) {
 // Keeps up with the path, and tells what changes.
 class Telling {
  public:
-  Telling(WatchedPath& watched, const WatchOptions& options)
+  Telling(WatchedPath& watched, const FolderList& list, const WatchOptions& options)
       : watched_(watched),
+        list_(list),
         isJson_(options.json),
         depth_{true, ExtensionsFromText(fl::filesystem::from_bytes(options.extensions))},
-        told_(watched.GetPath()) {}
+        refreshed_(watched.GetPath()),
+        told_(UnderFirstSpellings(refreshed_, list.GetFolders())) {}
+
+  [[nodiscard]] const FolderPath& GetTold() const noexcept { return *told_; }
 
   void TellWhatChanged() {
     foundation::msg_svc::eventmgr::createLocalEventMgr(foundation::msg_svc::eventmgr::SessionEmId)->dispatch();
-    const auto path = watched_.Refresh().path;
-    if (path == told_) return;
+    const auto refreshed = watched_.Refresh().path;
+    if (refreshed == refreshed_) return;
+    refreshed_ = refreshed;
+    const auto path = UnderFirstSpellings(refreshed, list_.GetFolders());
     const PathComparison comparison = Compare(told_, path, depth_);
     told_ = path;
+    if (comparison.changes.empty()) return;  // of a spelling that counts for nothing
     if (isJson_) {
       WriteAsJson(comparison, depth_.isDeep);
     } else {
@@ -113,8 +121,10 @@ class Telling {
 
  private:
   WatchedPath& watched_;
+  FolderList list_;
   bool isJson_;
   ComparisonDepth depth_;
+  std::shared_ptr<const FolderPath> refreshed_;
   std::shared_ptr<const FolderPath> told_;
 };
 
@@ -132,12 +142,12 @@ void TellChanges(Telling& telling, const WatchNews& news) {
 
 ExitStatus RunWatch(const WatchOptions& options) {
   const WatchNews news;  // before anything starts a thread
-  const LoadedPath loaded(ListFor(options.path));
-  Warn(TroublesOf(loaded));
-  WatchedPath watched(loaded.GetSharedLeaf(),
+  const FolderList list = ListFor(options.path);
+  WatchedPath watched(ReadEverySpelling(list.GetFolders()),
                       foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference(),
                       {options.pollInterval, [&news] { news.Ring(); }});
-  Telling telling(watched, options);
+  Telling telling(watched, list, options);
+  Warn(TroublesOf(telling.GetTold()));
   telling.TellWhatChanged();  // since it was read
   TellHowFoldersAreWatched(watched.GetWatcher().GetFolders());
   TellChanges(telling, news);
