@@ -13,6 +13,7 @@
 #include "cache_report.hpp"
 #include "cached_loading.hpp"
 #include "commands.hpp"
+#include "labelled_line.hpp"
 #include "location_argument.hpp"
 #include "location_text.hpp"
 #include "output.hpp"

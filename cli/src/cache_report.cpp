@@ -13,6 +13,7 @@
 #include <search_path_environment/utc_time.hpp>
 
 #include "json_parts.hpp"
+#include "labelled_line.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 
@@ -30,11 +31,6 @@ using Quorvex::PathEnvironment::Standing;
 using Quorvex::PathEnvironment::ToolboxCache;
 using Quorvex::PathEnvironment::ToolboxCacheError;
 
-void WriteLine(std::string_view label, const std::string& text) {
-  constexpr std::size_t kWidth = 11;
-  WriteSafeResult(std::string(label) + std::string(kWidth - label.size(), ' ') + text, OutputForm::Lines);
-}
-
 void WriteJson(const json::object& document) { std::cout << json::serialize(document) << '\n'; }
 
 std::string TimeOf(const ToolboxCache& cache) {
@@ -48,12 +44,12 @@ std::string WordFor(const RecordedFolder& folder) {
 }
 
 void WriteHoldings(const AbsoluteIRI& file, const ToolboxCache& cache) {
-  WriteLine("cache", ShownText(file));
-  WriteLine("written", TimeOf(cache) + ", " + Counted(cache.GetSize(), "byte"));
-  WriteLine("root", ShownText(cache.GetRoot()));
-  WriteLine("holds", Counted(cache.CountFolders(), "folder") + ", " +
-                         Counted(cache.CountEntries() - cache.CountFolders(), "special folder") + " in them, " +
-                         Counted(cache.CountNames(), "name"));
+  WriteLabelled("cache", ShownText(file));
+  WriteLabelled("written", TimeOf(cache) + ", " + Counted(cache.GetSize(), "byte"));
+  WriteLabelled("root", ShownText(cache.GetRoot()));
+  WriteLabelled("holds", Counted(cache.CountFolders(), "folder") + ", " +
+                             Counted(cache.CountEntries() - cache.CountFolders(), "special folder") + " in them, " +
+                             Counted(cache.CountNames(), "name"));
 }
 
 json::object HoldingsToJson(const AbsoluteIRI& file, const ToolboxCache& cache) {
@@ -74,10 +70,6 @@ json::array ReadAnewToJson(const std::vector<RecordedFolder>& folders) {
 }
 
 }  // namespace
-
-std::string Counted(std::size_t count, std::string_view thing) {
-  return std::to_string(count) + ' ' + std::string(thing) + (count == 1 ? "" : "s");
-}
 
 std::vector<VerifiedFolder> CompareWithDisk(const ToolboxCache& cache) {
   const auto storage = VornixStorageSystem::GetStorageSystemReference();
@@ -111,8 +103,8 @@ void ReportWritten(const AbsoluteIRI& file, const ToolboxCache& cache, bool json
 
 void ReportRefused(const AbsoluteIRI& file, const ToolboxCacheError& error, bool json) {
   if (json) return WriteJson({{"cache", ToJson(file)}, {"refused", error.what()}});
-  WriteLine("cache", ShownText(file));
-  WriteLine("not used", error.what());
+  WriteLabelled("cache", ShownText(file));
+  WriteLabelled("not used", error.what());
 }
 
 void ReportStatus(const AbsoluteIRI& file, const ToolboxCache& cache, const CacheStanding& standing, bool json) {
@@ -125,11 +117,11 @@ void ReportStatus(const AbsoluteIRI& file, const ToolboxCache& cache, const Cach
     return WriteJson(document);
   }
   WriteHoldings(file, cache);
-  WriteLine("path", InWords(standing));
-  WriteLine("proven", Counted(standing.proven, "folder"));
-  WriteLine("read anew", Counted(standing.readAnew.size(), "folder"));
+  WriteLabelled("path", InWords(standing));
+  WriteLabelled("proven", Counted(standing.proven, "folder"));
+  WriteLabelled("read anew", Counted(standing.readAnew.size(), "folder"));
   for (const RecordedFolder& folder : standing.readAnew) {
-    WriteLine("  " + WordFor(folder), ShownText(folder.location));
+    WriteLabelled("  " + WordFor(folder), ShownText(folder.location));
   }
 }
 
@@ -148,11 +140,11 @@ void ReportVerified(const AbsoluteIRI& file, const ToolboxCache& cache, const st
     return WriteJson(document);
   }
   WriteHoldings(file, cache);
-  WriteLine("same", Counted(same, "folder"));
-  WriteLine("changed", Counted(folders.size() - same - wrong, "folder"));
-  WriteLine("wrong", Counted(wrong, "folder"));
+  WriteLabelled("same", Counted(same, "folder"));
+  WriteLabelled("changed", Counted(folders.size() - same - wrong, "folder"));
+  WriteLabelled("wrong", Counted(wrong, "folder"));
   for (const VerifiedFolder& folder : folders) {
-    if (IsWrong(folder)) WriteLine("  wrong", ShownText(folder.recorded.location));
+    if (IsWrong(folder)) WriteLabelled("  wrong", ShownText(folder.recorded.location));
   }
 }
 

@@ -18,9 +18,6 @@ struct VerifiedFolder {
   bool isTheSame;  ///< whether it holds what is recorded
 };
 
-/// "1 folder", "2 folders".
-[[nodiscard]] std::string Counted(std::size_t count, std::string_view thing);
-
 /// Reads every folder that `cache` holds.
 [[nodiscard]] std::vector<VerifiedFolder> CompareWithDisk(const Quorvex::PathEnvironment::ToolboxCache& cache);
 

@@ -5,13 +5,12 @@
 #include <map>
 #include <search_path_environment/distinct_folders.hpp>
 
-#include "cache_report.hpp"
 #include "cache_standing.hpp"
 #include "cached_loading.hpp"
 #include "commands.hpp"
 #include "folder_state.hpp"
+#include "labelled_line.hpp"
 #include "location_text.hpp"
-#include "output.hpp"
 #include "path_source.hpp"
 #include "session.hpp"
 
@@ -91,14 +90,12 @@ ExitStatus RunStatus(const StatusOptions& options) {
                      json::object{{"path", source}, {"folders", std::move(states)}, {"cache", file}, {"used", use}})
               << '\n';
   } else {
-    WriteSafeResult("path       " + source, OutputForm::Lines);
+    WriteLabelled("path", source);
     for (const char* word : {"present", "missing", "unreadable", "repeated"}) {
-      WriteSafeResult(
-          std::string(word) + std::string(11 - std::string_view(word).size(), ' ') + Counted(counts.at(word), "folder"),
-          OutputForm::Lines);
+      WriteLabelled(word, Counted(counts.at(word), "folder"));
     }
-    WriteSafeResult("cache      " + file, OutputForm::Lines);
-    WriteSafeResult("used       " + use, OutputForm::Lines);
+    WriteLabelled("cache", file);
+    WriteLabelled("used", use);
   }
   return counts.at("missing") + counts.at("unreadable") == 0 ? ExitStatus::Yes : ExitStatus::No;
 }

@@ -12,6 +12,7 @@
 #include "commands.hpp"
 #include "comparison_report.hpp"
 #include "extension_list.hpp"
+#include "labelled_line.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "path_source.hpp"
@@ -42,8 +43,6 @@ const char* NameOf(Watching state) {
   return "unknown";
 }
 
-std::string CountOf(std::size_t count) { return std::to_string(count) + (count == 1 ? " folder" : " folders"); }
-
 // How many folders are watched, and of the others, for each reason, how many there are and one of them.
 void TellHowFoldersAreWatched(const std::vector<FolderWatching>& folders) {
   std::map<Watching, std::size_t> counts;
@@ -56,10 +55,10 @@ void TellHowFoldersAreWatched(const std::vector<FolderWatching>& folders) {
   for (auto& [kind, names] : others) {
     const auto& [state, reason] = kind;
     std::sort(names.begin(), names.end());
-    WriteWarning(CountOf(names.size()) + " " + NameOf(state) + ", " + names.front() +
+    WriteWarning(Counted(names.size(), "folder") + " " + NameOf(state) + ", " + names.front() +
                  (names.size() == 1 ? "" : " the first") + ": " + reason);
   }
-  WriteMessage("watching: " + CountOf(counts[Watching::Watched]) + " watched, " +
+  WriteMessage("watching: " + Counted(counts[Watching::Watched], "folder") + " watched, " +
                std::to_string(counts[Watching::Polled]) + " polled, " + std::to_string(counts[Watching::Unwatched]) +
                " unwatched");
 }
