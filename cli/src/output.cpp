@@ -30,7 +30,8 @@ std::string ExactText(const foundation::storage::vfs::AbsoluteIRI& iri) {
 std::string Quoted(std::u16string_view text) { return '"' + fl::filesystem::to_displayed_text(text) + '"'; }
 
 void DiscardOutput() {
-  static std::stringbuf nowhere;
+  // Never destroyed: the stream is flushed once more when every static object is gone.
+  static auto& nowhere = *new std::stringbuf;
   std::cout.rdbuf(&nowhere);  // and what stood in the stream as an error is gone
 }
 
