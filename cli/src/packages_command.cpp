@@ -52,20 +52,20 @@ void WriteAsLines(const Package& package) {
   for (const AbsoluteIRI& folder : package.folders) WriteSafeResult("  " + ShownText(folder), OutputForm::Lines);
 }
 
-json::object ToJson(const Package& package) {
-  json::object object = {{"state", NameOf(package.state)}, {"manifest", vornixpath::ToJson(package.manifest)}};
+json::object PackageToJson(const Package& package) {
+  json::object object = {{"state", NameOf(package.state)}, {"manifest", ToJson(package.manifest)}};
   if (package.state != PackageState::Refused) {
     object["component"] = fl::filesystem::to_displayed_text(package.component);
   }
   json::array folders;
-  for (const AbsoluteIRI& folder : package.folders) folders.push_back(vornixpath::ToJson(folder));
+  for (const AbsoluteIRI& folder : package.folders) folders.push_back(ToJson(folder));
   object["folders"] = std::move(folders);
   return object;
 }
 
 void WriteAsJson(const Packages& packages) {
   json::array listed;
-  for (const Package& package : packages) listed.push_back(ToJson(package));
+  for (const Package& package : packages) listed.push_back(PackageToJson(package));
   const json::object document = {{"packages", std::move(listed)}, {"problems", ProblemsToJson(packages)}};
   std::cout << json::serialize(document) << '\n';
 }

@@ -37,16 +37,16 @@ struct ProvidersIdentity {
 };
 
 // Where a spelling leads: an identity, or a canonical location.
-using Place = std::variant<ProvidersIdentity, AbsoluteIRI>;
+using PlaceInStorage = std::variant<ProvidersIdentity, AbsoluteIRI>;
 
 struct HashOfPlace {
-  std::size_t operator()(const Place& place) const {
+  std::size_t operator()(const PlaceInStorage& place) const {
     return std::visit([](const auto& kind) { return hash_value(kind); }, place);
   }
 };
 
 struct Answer {
-  std::optional<Place> place;
+  std::optional<PlaceInStorage> place;
   std::error_code error;
 };
 
@@ -64,15 +64,15 @@ bool IsNothingThere(const std::error_code& error) { return error == std::errc::n
 
 Answer Ask(const AbsoluteIRI& folder, const StorageSystemReference& storage, FolderQuestion question) {
   Answer answer;
-  const auto ifListable = [&]() -> Place {
+  const auto ifListable = [&]() -> PlaceInStorage {
     const auto provider = storage.ProviderFor(folder);
     return ProvidersIdentity{provider, provider->CheckFolder(folder)};
   };
-  const auto identity = [&]() -> Place {
+  const auto identity = [&]() -> PlaceInStorage {
     const auto provider = storage.ProviderFor(folder);
     return ProvidersIdentity{provider, provider->Stat(folder).identity};
   };
-  const auto canonicalLocation = [&]() -> Place {
+  const auto canonicalLocation = [&]() -> PlaceInStorage {
     return foundation::storage::vfs::Folder(folder, storage).getCanonicalLocation().getAbsoluteIRI();
   };
   if (question == FolderQuestion::CanItBeListed) AskInto(answer, ifListable);
@@ -177,8 +177,9 @@ class DistinctFolders::State {
   }
 
   std::optional<StorageSystemReference> storage_;
-  boost::unordered_flat_map<AbsoluteIRI, Spelling> spellings_;         // all that are on the list
-  boost::unordered_flat_map<Place, std::size_t, HashOfPlace> places_;  // of the kept folders, as far as storage told
+  boost::unordered_flat_map<AbsoluteIRI, Spelling> spellings_;  // all that are on the list
+  boost::unordered_flat_map<PlaceInStorage, std::size_t, HashOfPlace>
+      places_;  // of the kept folders, as far as storage told
 };
 
 DistinctFolders::DistinctFolders(const std::vector<AbsoluteIRI>& folders)

@@ -18,19 +18,21 @@ using foundation::storage::vfs::StorageSystemReference;
 
 namespace {
 
-using EntryPtr = std::shared_ptr<const FolderEntry>;
+using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
 
-std::vector<EntryPtr> MainEntriesOf(const FolderPath& path) {
-  std::vector<EntryPtr> entries;
+std::vector<FolderEntryPtr> MainEntriesOf(const FolderPath& path) {
+  std::vector<FolderEntryPtr> entries;
   const auto listed = path.GetMainEntries();
   for (const auto& entry : *listed) entries.push_back(std::static_pointer_cast<const FolderEntry>(entry));
   return entries;
 }
 
-bool IsByLocation(const EntryPtr& left, const EntryPtr& right) { return left->GetLocation() < right->GetLocation(); }
+bool IsByLocation(const FolderEntryPtr& left, const FolderEntryPtr& right) {
+  return left->GetLocation() < right->GetLocation();
+}
 
 // Null when the folder must be read.
-EntryPtr Recorded(const AbsoluteIRI& folder, const CacheRecords& records) {
+FolderEntryPtr Recorded(const AbsoluteIRI& folder, const CacheRecords& records) {
   const auto main = records.FindMain(folder);
   if (!main) return nullptr;
   const bool holds = records.GetTrust() == CacheTrust::Blind || records.StandingOfMain(*main) == Standing::Proven;
@@ -53,9 +55,9 @@ FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage)
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const FolderPath& predecessor)
     : FolderEntryFactory(std::move(storage), MainEntriesOf(predecessor)) {}
 
-FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const std::vector<EntryPtr>& entries)
+FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const std::vector<FolderEntryPtr>& entries)
     : FolderEntryFactory(std::move(storage)) {
-  for (const EntryPtr& entry : entries) alive_->Settle(entry);
+  for (const FolderEntryPtr& entry : entries) alive_->Settle(entry);
 }
 
 FolderEntryFactory::FolderEntryFactory(StorageSystemReference storage, const ToolboxCache& cache)
@@ -69,7 +71,8 @@ std::shared_ptr<const PathManagement::IPathEntry> FolderEntryFactory::CreateMain
   const auto& cache = memory_->cache;
   const bool isBlind = cache && cache->GetTrust() == CacheTrust::Blind;
   try {
-    if (EntryPtr recorded = cache ? Recorded(folder, cache->GetRecords()) : nullptr) return alive_->Settle(recorded);
+    if (FolderEntryPtr recorded = cache ? Recorded(folder, cache->GetRecords()) : nullptr)
+      return alive_->Settle(recorded);
   } catch (const ToolboxCacheError&) {
     if (isBlind) throw;  // else the folder tells itself
   }
@@ -107,8 +110,9 @@ void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI&
     contents.mainEntries = alive_->GetAll();
     std::sort(contents.mainEntries.begin(), contents.mainEntries.end(), IsByLocation);
   }
-  const std::size_t left = std::erase_if(
-      contents.mainEntries, [&](const EntryPtr& entry) { return !RelativeTo(toolboxRoot, entry->GetLocation()); });
+  const std::size_t left = std::erase_if(contents.mainEntries, [&](const FolderEntryPtr& entry) {
+    return !RelativeTo(toolboxRoot, entry->GetLocation());
+  });
   if (left != 0) contents.list.reset();
 
   const std::string file = MakeCacheFile(contents);

@@ -27,7 +27,7 @@ using foundation::storage::vfs::ListedEntry;
 using foundation::storage::vfs::ListingProblem;
 using foundation::storage::vfs::StorageSystemReference;
 using PathManagement::PathEntryType;
-using EntryPtr = std::shared_ptr<const FolderEntry>;
+using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
 using StorageException = foundation::storage::vfs::Exception;
 
 ProblemKind KindOf(const std::error_code& error) {
@@ -50,7 +50,7 @@ std::vector<LinkedEntry> LinkedEntriesOf(const FolderListing& listing) {
 }
 
 // With the proofs of the later reading.
-EntryPtr FormerIfEqual(const EntryPtr& former, const EntryPtr& entry) {
+FolderEntryPtr FormerIfEqual(const FolderEntryPtr& former, const FolderEntryPtr& entry) {
   if (!former->HoldsTheSameAs(*entry)) return entry;
   former->RenewProofs(*entry);
   return former;
@@ -65,7 +65,7 @@ class Reader {
   Reader(const IStorageProvider& provider, const EntriesInDoubt& doubt) : provider_(provider), doubt_(&doubt) {}
 
   // What became of `former`. Null as in Read.
-  EntryPtr ReadAgain(const EntryPtr& former) {
+  FolderEntryPtr ReadAgain(const FolderEntryPtr& former) {
     if (!doubt_->IsInOrBelow(*former)) return former;
     auto entry = doubt_->Is(*former) ? Read(former->GetLocation(), former->GetEntryType(), former.get())
                                      : ReadAgainBelow(former);
@@ -73,7 +73,7 @@ class Reader {
   }
 
   // Null for a folder that already stands on its own branch.
-  EntryPtr Read(const AbsoluteIRI& location, PathEntryType kind, const FolderEntry* previous) {
+  FolderEntryPtr Read(const AbsoluteIRI& location, PathEntryType kind, const FolderEntry* previous) {
     FolderEntry::Contents contents{location, location, kind, true, {}, {}, {}};
     KeepingProblems(contents, [&] { contents.canonicalLocation = provider_.CanonicalLocation(location); });
 
@@ -88,7 +88,7 @@ class Reader {
   }
 
  private:
-  EntryPtr Finished(FolderEntry::Contents contents) const {
+  FolderEntryPtr Finished(FolderEntry::Contents contents) const {
     Conclude(contents);
     SortByName(contents.subfolders);
     // Storage lists in no order; people and programs want the same report each time.
@@ -97,7 +97,7 @@ class Reader {
   }
 
   // The folder itself is as it was; something below it may not be.
-  EntryPtr ReadAgainBelow(const EntryPtr& former) {
+  FolderEntryPtr ReadAgainBelow(const FolderEntryPtr& former) {
     FolderEntry::Contents contents = ContentsOf(*former);
     std::optional<FileIdentity> identity;
     KeepingProblems(contents, [&] { identity = provider_.Stat(former->GetLocation()).identity; });
@@ -106,7 +106,7 @@ class Reader {
       return Read(former->GetLocation(), former->GetEntryType(), former.get());
 
     const BranchStep step(branch_, *identity);
-    for (const EntryPtr& child : former->GetChildren()) {
+    for (const FolderEntryPtr& child : former->GetChildren()) {
       PlaceOrReport(ReadAgain(child), child->GetLocation(), contents);
     }
     return Finished(std::move(contents));
@@ -222,14 +222,14 @@ class Reader {
     if (!MayHold(contents.kind, kind)) return;
 
     const AbsoluteIRI location = contents.location.getChild(name);
-    const EntryPtr known = former.Find(location);
+    const FolderEntryPtr known = former.Find(location);
     if (known && mayKeep) return PlaceOrReport(ReadAgain(known), location, contents);
 
     auto entry = Read(location, kind, known.get());
     PlaceOrReport(entry ? former.FormerIfEqual(entry) : nullptr, location, contents);
   }
 
-  static void PlaceOrReport(EntryPtr entry, const AbsoluteIRI& location, FolderEntry::Contents& contents) {
+  static void PlaceOrReport(FolderEntryPtr entry, const AbsoluteIRI& location, FolderEntry::Contents& contents) {
     if (entry) return Place(std::move(entry), contents.subfolders);
     contents.problems.push_back({location, ProblemKind::Loop, {}});
   }
@@ -241,7 +241,7 @@ class Reader {
 
 // What `read(provider)` gives; where no storage serves the folder, an entry without items.
 template <class Read>
-EntryPtr WithProvider(const AbsoluteIRI& folder, const StorageSystemReference& storage, const Read& read) {
+FolderEntryPtr WithProvider(const AbsoluteIRI& folder, const StorageSystemReference& storage, const Read& read) {
   try {
     return read(*storage.ProviderFor(folder));
   } catch (const StorageException& exception) {
@@ -257,15 +257,16 @@ EntryPtr WithProvider(const AbsoluteIRI& folder, const StorageSystemReference& s
 
 }  // namespace
 
-EntryPtr ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage, const FolderEntry* previous) {
+FolderEntryPtr ReadMainFolder(const AbsoluteIRI& folder, const StorageSystemReference& storage,
+                              const FolderEntry* previous) {
   return WithProvider(folder, storage, [&](const IStorageProvider& provider) {
     return Reader(provider).Read(folder, PathEntryType::Main, previous);
   });
 }
 
-EntryPtr ReadMainFolderAgain(const EntryPtr& former, const EntriesInDoubt& doubt,
-                             const StorageSystemReference& storage) {
-  EntryPtr entry = WithProvider(former->GetLocation(), storage, [&](const IStorageProvider& provider) {
+FolderEntryPtr ReadMainFolderAgain(const FolderEntryPtr& former, const EntriesInDoubt& doubt,
+                                   const StorageSystemReference& storage) {
+  FolderEntryPtr entry = WithProvider(former->GetLocation(), storage, [&](const IStorageProvider& provider) {
     return Reader(provider, doubt).ReadAgain(former);
   });
   return FormerIfEqual(former, entry);
@@ -279,7 +280,8 @@ bool EntriesInDoubt::Is(const FolderEntry& entry) const { return entries_.contai
 bool EntriesInDoubt::IsInOrBelow(const FolderEntry& entry) const {
   if (Is(entry)) return true;
   const auto& children = entry.GetChildren();
-  return std::any_of(children.begin(), children.end(), [this](const EntryPtr& child) { return IsInOrBelow(*child); });
+  return std::any_of(children.begin(), children.end(),
+                     [this](const FolderEntryPtr& child) { return IsInOrBelow(*child); });
 }
 
 }  // namespace Quorvex::PathEnvironment

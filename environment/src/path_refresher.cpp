@@ -21,7 +21,7 @@ using foundation::storage::vfs::StorageSystemReference;
 
 namespace {
 
-using EntryPtr = std::shared_ptr<const FolderEntry>;
+using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
 using Places = std::unordered_set<AbsoluteIRI>;
 
 // What was announced and not yet looked at. Outlives whoever gathers, for a call of its slot may still be under way.
@@ -107,7 +107,7 @@ class PathRefresher::Impl {
     EntryPlaces::Number number;
     Places places;
     std::size_t count = 0;
-    EntryPtr after;
+    FolderEntryPtr after;
   };
 
   PathRefresh Refresh(const Announcements::Texts& announced) {
@@ -115,7 +115,7 @@ class PathRefresher::Impl {
     InParallel(doubted.size(), [&](std::size_t i) { ReadAgain(doubted[i]); });
 
     PathRefresh refresh;
-    std::vector<EntryPtr> replacing;
+    std::vector<FolderEntryPtr> replacing;
     for (const Doubted& each : doubted) {
       refresh.doubted += each.count;
       if (each.after == main_[each.number]) continue;
@@ -142,7 +142,7 @@ class PathRefresher::Impl {
   }
 
   void ReadAgain(Doubted& doubted) const {
-    const EntryPtr& former = main_[doubted.number];
+    const FolderEntryPtr& former = main_[doubted.number];
     EntriesInDoubt doubt;
     doubted.count = AddDoubts(*former, doubted.places, doubt);
     doubted.after = ReadMainFolderAgain(former, doubt, storage_);
@@ -170,7 +170,7 @@ class PathRefresher::Impl {
   std::mutex refreshMutex_;       // of places_ and main_, and of writing path_
   mutable std::mutex pathMutex_;  // of path_
   std::shared_ptr<const FolderPath> path_;
-  std::vector<EntryPtr> main_;  // of path_, in path order
+  std::vector<FolderEntryPtr> main_;  // of path_, in path order
   EntryPlaces places_;
   const std::shared_ptr<Announcements> announcements_ = std::make_shared<Announcements>();
   const std::shared_ptr<EventMgr> manager_ =
