@@ -74,7 +74,7 @@ endfunction()
 
 # spu_add_test(<name> [THREADS] SOURCES ... LIBRARIES ...)
 #
-# A GoogleTest program whose every test is a test of ctest. THREADS: some of them run threads; spu_tests_with_threads builds
+# A GoogleTest program whose every test is a test of ctest; under a sanitizer the program is one. THREADS: some of them run threads; spu_tests_with_threads builds
 # all such programs, and `ctest -L threads` runs them.
 add_custom_target(spu_tests_with_threads)
 if(BUILD_TESTING)
@@ -96,5 +96,11 @@ function(spu_add_test name)
     set(label LABELS threads)
     add_dependencies(spu_tests_with_threads ${name})
   endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${label})
+  if(SPU_SANITIZE)
+    # A process takes long to start under a sanitizer: one for all tests of a program, not one for each.
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900 ${label})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${label})
+  endif()
 endfunction()

@@ -2,6 +2,7 @@
 
 // Randomness that can be had again: the same seed gives the same values on every machine.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
@@ -19,6 +20,14 @@ class RandomSource {
   [[nodiscard]] static RandomSource OfThisRun(std::uint64_t usualSeed) {
     const char* const asked = std::getenv("SPU_TEST_SEED");  // NOLINT(concurrency-mt-unsafe): nobody sets variables
     return RandomSource(asked == nullptr ? usualSeed : std::strtoull(asked, nullptr, 10));
+  }
+
+  /// How often to try something that is tried `usual` times: as many per cent of that as the environment variable
+  /// SPU_TEST_PERCENT says. Fewer under a sanitizer, to which ten times the same are no more than once; more in a long
+  /// run.
+  [[nodiscard]] static int Rounds(int usual) {
+    const char* const asked = std::getenv("SPU_TEST_PERCENT");  // NOLINT(concurrency-mt-unsafe): nobody sets variables
+    return asked == nullptr ? usual : std::max(1, usual * std::atoi(asked) / 100);
   }
 
   [[nodiscard]] std::string Describe() const { return "SPU_TEST_SEED=" + std::to_string(seed_); }

@@ -131,16 +131,18 @@ TEST(ChangedNamesAgainstEveryName, AreWhatAskingForEveryNameOnBothPathsTells) {
   RandomSource random = RandomSource::OfThisRun(20'271);
   SCOPED_TRACE(random.Describe());
   std::size_t changed = 0;
-  for (int pair = 0; pair < 400 && !HasFailure(); ++pair) changed += CompareOnce(random, NameComparison::Exact);
-  EXPECT_GT(changed, 1'000U) << "too little changes to show anything";
+  for (int pair = 0; pair < RandomSource::Rounds(400) && !HasFailure(); ++pair)
+    changed += CompareOnce(random, NameComparison::Exact);
+  EXPECT_GT(changed, static_cast<std::size_t>(RandomSource::Rounds(1'000))) << "too little changes to show anything";
 }
 
 TEST(ChangedNamesAgainstEveryName, AreTheSameWhereLetterCaseMakesNoDifference) {
   RandomSource random = RandomSource::OfThisRun(20'272);
   SCOPED_TRACE(random.Describe());
   std::size_t changed = 0;
-  for (int pair = 0; pair < 400 && !HasFailure(); ++pair) changed += CompareOnce(random, NameComparison::IgnoreCase);
-  EXPECT_GT(changed, 1'000U) << "too little changes to show anything";
+  for (int pair = 0; pair < RandomSource::Rounds(400) && !HasFailure(); ++pair)
+    changed += CompareOnce(random, NameComparison::IgnoreCase);
+  EXPECT_GT(changed, static_cast<std::size_t>(RandomSource::Rounds(1'000))) << "too little changes to show anything";
 }
 
 }  // namespace

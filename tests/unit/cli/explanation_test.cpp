@@ -98,7 +98,7 @@ template <class Check>
 void ForManyQuestions(const Check& check) {
   RandomSource random = RandomSource::OfThisRun(20260);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 80; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(80); ++round) {
     const RandomTree tree(random);
     const FolderNumbers numbers(tree.GetPath().GetLeaf());
     for (int count = 0; count < 12; ++count) {

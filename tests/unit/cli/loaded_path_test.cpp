@@ -152,7 +152,7 @@ TEST(LoadedPath, AnswersAsThoughTheMaskedFoldersWereAbsent) {
   RandomSource random = RandomSource::OfThisRun(20'263);
   std::cout << random.Describe() << '\n';
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 200 && !HasFailure(); ++round) {
+  for (int round = 0; round < RandomSource::Rounds(200) && !HasFailure(); ++round) {
     const RandomMasks masks(random);
     SCOPED_TRACE(masks.Describe());
     const LoadedPath masked = masks.Masked();

@@ -193,7 +193,7 @@ TEST(ShadowsAgainstEveryName, AreWhatAskingForEveryNameTells) {
   RandomSource random = RandomSource::OfThisRun(20'263);
   SCOPED_TRACE(random.Describe());
   std::size_t found = 0;
-  for (int tree = 0; tree < 600 && !HasFailure(); ++tree) {
+  for (int tree = 0; tree < RandomSource::Rounds(600) && !HasFailure(); ++tree) {
     MemoryStorage storage;
     const auto path = RandomPath(random, storage);
     const auto& tried = random.OneIn(2) ? kTried : kTriedWithNone;
@@ -204,7 +204,8 @@ TEST(ShadowsAgainstEveryName, AreWhatAskingForEveryNameTells) {
     EXPECT_EQ(distinct, EveryName(*path, tried).Hidden());
     found += shadows.size();
   }
-  EXPECT_GT(found, 1'000U) << "the trees hide too little to show anything";
+  EXPECT_GT(found, static_cast<std::size_t>(RandomSource::Rounds(1'000)))
+      << "the trees hide too little to show anything";
 }
 
 // Of each name, which file it means and what other file it may mean; where letter case makes no difference, names that
@@ -212,7 +213,7 @@ TEST(ShadowsAgainstEveryName, AreWhatAskingForEveryNameTells) {
 TEST(ShadowsAgainstEveryName, HideTheSameFilesWhereLetterCaseMakesNoDifference) {
   RandomSource random = RandomSource::OfThisRun(20'265);
   SCOPED_TRACE(random.Describe());
-  for (int tree = 0; tree < 200 && !HasFailure(); ++tree) {
+  for (int tree = 0; tree < RandomSource::Rounds(200) && !HasFailure(); ++tree) {
     MemoryStorage storage(NameComparison::IgnoreCase);
     const auto path = RandomPath(random, storage);
     const auto& tried = random.OneIn(2) ? kTried : kTriedWithNone;

@@ -20,7 +20,7 @@ TEST(PathsWithACache, AnswerAsPathsWithoutOneWhateverHappenedOnDisk) {
   RandomSource random = RandomSource::OfThisRun(7'001);
   SCOPED_TRACE(random.Describe());
   std::size_t quick = 0;
-  for (int round = 0; round < 400 && !testing::Test::HasFailure(); ++round) {
+  for (int round = 0; round < RandomSource::Rounds(400) && !testing::Test::HasFailure(); ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
     CachedTree tree(random, AnyComparison(random));
     tree.WriteCache();
@@ -34,13 +34,13 @@ TEST(PathsWithACache, AnswerAsPathsWithoutOneWhateverHappenedOnDisk) {
     }
     ExpectSameAnswers(tree, *path, *tree.Fresh(), random);
   }
-  EXPECT_GT(quick, 100U);
+  EXPECT_GT(quick, static_cast<std::size_t>(RandomSource::Rounds(100)));
 }
 
 TEST(PathsWithACache, TrustedBlindlyAnswerAsWhenItWasWritten) {
   RandomSource random = RandomSource::OfThisRun(7'002);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 100 && !testing::Test::HasFailure(); ++round) {
+  for (int round = 0; round < RandomSource::Rounds(100) && !testing::Test::HasFailure(); ++round) {
     CachedTree tree(random, AnyComparison(random));
     tree.WriteCache();
     const auto before = tree.Fresh();
@@ -58,7 +58,7 @@ TEST(PathsWithACache, FindInTheFoldersThatDecideWhatAllOfThemTogetherMean) {
   RandomSource random = RandomSource::OfThisRun(7'004);
   SCOPED_TRACE(random.Describe());
   std::size_t early = 0;
-  for (int round = 0; round < 300 && !testing::Test::HasFailure(); ++round) {
+  for (int round = 0; round < RandomSource::Rounds(300) && !testing::Test::HasFailure(); ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
     CachedTree tree(random, AnyComparison(random));
     tree.WriteCache();
@@ -76,7 +76,7 @@ TEST(PathsWithACache, FindInTheFoldersThatDecideWhatAllOfThemTogetherMean) {
       EXPECT_EQ(Shown(found), Shown(FindFirstFileVisibleOnPath(*fresh, wanted.Target(), kNative)));
     }
   }
-  EXPECT_GT(early, 50U);
+  EXPECT_GT(early, static_cast<std::size_t>(RandomSource::Rounds(50)));
 }
 
 // Rarely in the header's page, most of which is empty.
@@ -106,17 +106,11 @@ std::string Mutated(std::string bytes, const std::string& other, RandomSource& r
   }
 }
 
-// The number of rounds may be set for longer runs.
-int RoundsOfMutation() {
-  const char* const asked = std::getenv("SPU_MUTATED_CACHES");  // NOLINT(concurrency-mt-unsafe)
-  return asked == nullptr ? 4'000 : std::atoi(asked);
-}
-
 TEST(PathsWithACache, AnswerRightWhateverTheBytesOfTheFile) {
   RandomSource random = RandomSource::OfThisRun(7'003);
   SCOPED_TRACE(random.Describe());
   int refused = 0;
-  const int rounds = RoundsOfMutation();
+  const int rounds = RandomSource::Rounds(4'000);
   for (int round = 0; round < rounds && !testing::Test::HasFailure();) {
     CachedTree other(random, NameComparison::Exact);
     other.WriteCache();

@@ -193,7 +193,7 @@ TEST_P(FolderPathAgainstOracle, AnswersAsAPlainWalkDoes) {
   std::cout << random.Describe() << '\n';
   SCOPED_TRACE(random.Describe());
 
-  for (int tree = 0; tree < 40 && !HasFailure(); ++tree) {
+  for (int tree = 0; tree < RandomSource::Rounds(40) && !HasFailure(); ++tree) {
     const RandomPath path(random, GetParam());
     const PlainWalk oracle = path.Oracle();
     for (int question = 0; question < 150 && !HasFailure(); ++question) {
@@ -206,7 +206,7 @@ TEST_P(FolderPathAgainstOracle, AnswersAsAPlainWalkDoesWhenFoldersWereReplaced) 
   RandomSource random = RandomSource::OfThisRun(20'262);
   SCOPED_TRACE(random.Describe());
 
-  for (int tree = 0; tree < 30 && !HasFailure(); ++tree) {
+  for (int tree = 0; tree < RandomSource::Rounds(30) && !HasFailure(); ++tree) {
     RandomPath path(random, GetParam());
     path.MakeLongAndReplaceSome(random);
     const PlainWalk oracle = path.Oracle();

@@ -159,7 +159,7 @@ TEST(VersionsOfAPath, AnswerAsAFreshPathDoesAfterThousandsOfReplacements) {
   ChangingPath changing(random, 400);  // up to 25 folders stand apart from the base
   std::vector<EntryPtr> former = Visited(changing.Get(), kEveryKind);
 
-  for (int version = 0; version < 4'000 && !testing::Test::HasFailure(); ++version) {
+  for (int version = 0; version < RandomSource::Rounds(4'000) && !testing::Test::HasFailure(); ++version) {
     changing.ReplaceSome();
     if (!random.OneIn(5)) continue;
 

@@ -58,19 +58,24 @@ class Announcements {
   Texts AwaitEventFor(const std::string& folder) {
     return Await([&](const Texts& texts) { return std::find(texts.begin(), texts.end(), folder) != texts.end(); });
   }
-  // What was announced by the time that two changes of the folder `sentinel` are, one after the other: what is noticed
-  // together is announced in any order.
+  // What was announced by the time that changes of two packages in the folder `sentinel` are, one after the other: what
+  // is noticed together is announced in any order. Each package serves once, since a change may be announced twice.
   Texts UntilSentinel(const fs::path& sentinel) {
-    MakeFile(sentinel / "sentinel");
-    Texts texts = AwaitEventFor(sentinel.filename());
-    fs::remove(sentinel / "sentinel");
-    const Texts others = AwaitEventFor(sentinel.filename());
+    Texts texts = UntilNextPackage(sentinel);
+    const Texts others = UntilNextPackage(sentinel);
     texts.insert(texts.end(), others.begin(), others.end());
-    std::erase(texts, sentinel.filename());
+    std::erase_if(texts, [&](const std::string& text) { return text.starts_with(sentinel.filename().string()); });
     return texts;
   }
+  static std::string SentinelPackage(int number) { return "+s" + std::to_string(number); }
+  static constexpr int kSentinelPackages = 40;
 
  private:
+  Texts UntilNextPackage(const fs::path& sentinel) {
+    const std::string package = SentinelPackage(nextPackage_++);
+    MakeFile(sentinel / package / "sentinel");
+    return AwaitEventFor(sentinel.filename() / package);
+  }
   void Note(const Event& event) {
     const auto* const change = dynamic_cast<const ::storage::filefolderobserver::FileFolderChangedEvent*>(&event);
     const std::u16string path = AbsoluteIRI(change->getPath()).getPath();
@@ -79,6 +84,7 @@ class Announcements {
 
   std::u16string root_;
   Texts texts_;
+  int nextPackage_ = 0;
   foundation::msg_svc::eventmgr::EventConnection connection_;
 };
 
@@ -86,7 +92,10 @@ class AFolderWatcher : public testing::Test {
  protected:
   AFolderWatcher() {
     SessionEvents()->dispatch();
-    for (const auto* const folder : {"a/+p/@c/private", "b", "sentinel"}) fs::create_directories(root / folder);
+    for (const auto* const folder : {"a/+p/@c/private", "b"}) fs::create_directories(root / folder);
+    for (int number = 0; number < Announcements::kSentinelPackages; ++number) {
+      fs::create_directories(root / "sentinel" / Announcements::SentinelPackage(number));
+    }
   }
 
   // Watches some folders, and waits until all is calm.
@@ -301,7 +310,7 @@ TEST_F(AFolderWatcher, WatchesAFolderThatWasReplacedInTheMeantime) {
 }
 
 TEST_F(AFolderWatcher, TellsAboutEachFolderHowItIsWatched) {
-  const auto watcher = Watch({"a", "missing", "sentinel"});
+  const auto watcher = Watch({"a", "missing", "b"});
 
   const auto states = watcher->GetFolders();
 

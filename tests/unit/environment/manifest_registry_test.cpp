@@ -218,7 +218,7 @@ TEST_F(ManifestRegistryTest, AsksStorageNothingOnceItIsMade) {
   const ManifestRegistry registry = Registry();
   storage->Reset();
 
-  registry.GetPackage(ComponentIdentifier(u"signal"))->GetPathFolders();
+  static_cast<void>(registry.GetPackage(ComponentIdentifier(u"signal"))->GetPathFolders());
 
   EXPECT_EQ(storage->GetCount(), 0U);
 }

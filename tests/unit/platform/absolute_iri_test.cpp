@@ -222,7 +222,7 @@ TEST(AbsoluteIRI, RefusesAChildThatIsNoName) {
 TEST(AbsoluteIRI, IsWhatItsTextParsesTo) {
   RandomSource random = RandomSource::OfThisRun(31);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50'000); ++round) {
     const std::u16string text = u"file:" + RandomIdentifierText(random, 8);
     std::optional<AbsoluteIRI> iri;
     try {
@@ -244,7 +244,7 @@ TEST(AbsoluteIRI, GivesBackEveryNameOfAFile) {
   SCOPED_TRACE(random.Describe());
   const std::vector<AbsoluteIRI> folders{AbsoluteIRI(u"file:///"), AbsoluteIRI(u"memory://h/a"),
                                          AbsoluteIRI(u"file:r")};
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50'000); ++round) {
     const std::u16string name = fl::filesystem::from_bytes(RandomNameBytes(random));
     const AbsoluteIRI& folder = random.Pick(folders);
     const AbsoluteIRI child = folder.getChild(name);
@@ -277,13 +277,13 @@ TEST(AbsoluteIRI, AcceptsNoAsciiTextThatAnIndependentParserRefuses) {
   const std::vector<std::string> pieces = {"/", "//",  ".", "..", "%2F", "%", "%4", "%41",
                                            "h", "a-b", "@", "80", "?",   "#", "+"};
   int accepted = 0;
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50'000); ++round) {
     const std::string text = random.Pick(schemes) + RandomRun(random, pieces);
     if (!IsAccepted(text)) continue;
     ++accepted;
     ASSERT_TRUE(boost::urls::parse_uri(text).has_value()) << text;
   }
-  EXPECT_GT(accepted, 5'000);
+  EXPECT_GT(accepted, RandomSource::Rounds(5'000));
 }
 
 TEST(AbsoluteIRI, AcceptsTheUrlsOfAnIndependentParser) {
@@ -296,13 +296,13 @@ TEST(AbsoluteIRI, AcceptsTheUrlsOfAnIndependentParser) {
   const std::vector<std::string> pieces = {"/",   ".", "..", "%2F", "%41", "%00",      "h",
                                            "a-b", "@", ":",  ";=",  "~",   "!$&'()*+,"};
   int accepted = 0;
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50'000); ++round) {
     const std::string text = random.Pick(beginnings) + RandomRun(random, pieces);
     if (!boost::urls::parse_uri(text).has_value()) continue;
     ++accepted;
     ASSERT_TRUE(IsAccepted(text)) << text;
   }
-  EXPECT_GT(accepted, 40'000);
+  EXPECT_GT(accepted, RandomSource::Rounds(40'000));
 }
 
 TEST(AbsoluteIRI, IsEqualWhenTheNormalFormsAre) {

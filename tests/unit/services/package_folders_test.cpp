@@ -212,9 +212,9 @@ TEST_F(PathFoldersForPackages, CannotBeToldWhenManualInstallIsNoBool) {
   registry_.Add(u"text", RootFolderPackage("c", std::u16string(u"true")));
   registry_.Add(u"good", PackageWith("d"));
 
-  EXPECT_THROW(Of({u"integer"}), std::bad_variant_access);
-  EXPECT_THROW(Of({u"double"}), std::bad_variant_access);
-  EXPECT_THROW(Of({u"good", u"text", u"good"}), std::bad_variant_access);
+  EXPECT_THROW(static_cast<void>(Of({u"integer"})), std::bad_variant_access);
+  EXPECT_THROW(static_cast<void>(Of({u"double"})), std::bad_variant_access);
+  EXPECT_THROW(static_cast<void>(Of({u"good", u"text", u"good"})), std::bad_variant_access);
 }
 
 TEST_F(PathFoldersForPackages, DoNotDependOnTheTypeOfManualInstallInOtherPackages) {
