@@ -24,6 +24,7 @@ Allocations::Allocations(std::size_t successes) { watch = Watch{true, successes,
 Allocations::~Allocations() { watch.isOn = false; }
 std::size_t Allocations::GetCount() const { return watch.count; }
 std::size_t Allocations::GetBytes() const { return watch.bytes; }
+std::ptrdiff_t Allocations::GetAlive() const { return watch.alive; }
 std::size_t Allocations::GetMostAlive() const { return static_cast<std::size_t>(watch.mostAlive); }
 
 static void* Allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) {
