@@ -1,10 +1,7 @@
 #include "folder_state.hpp"
 
-#include <search_path_environment/path_problem.hpp>
-
 namespace vornixpath {
 
-using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathEnvironment::DroppedFolder;
 using Quorvex::PathEnvironment::KeptFolder;
 using Quorvex::PathEnvironment::PathProblem;
@@ -12,19 +9,22 @@ using Quorvex::PathEnvironment::ProblemKind;
 
 namespace {
 
-FolderState StateAfter(const std::error_code& error, const AbsoluteIRI& folder) {
-  if (error == std::errc::no_such_file_or_directory)
-    return {"missing", ReasonOf(PathProblem{folder, ProblemKind::Missing, error})};
-  if (error == std::errc::not_a_directory)
-    return {"missing", ReasonOf(PathProblem{folder, ProblemKind::NotAFolder, error})};
-  const bool isLoop = error == std::errc::too_many_symbolic_link_levels;
-  return {isLoop ? "missing" : "unreadable", ReasonOf(PathProblem{folder, ProblemKind::Unreadable, error})};
+ProblemKind KindOf(const std::error_code& error) {
+  if (error == std::errc::no_such_file_or_directory) return ProblemKind::Missing;
+  return error == std::errc::not_a_directory ? ProblemKind::NotAFolder : ProblemKind::Unreadable;
 }
 
 }  // namespace
 
+FolderState StateOf(const PathProblem& problem) {
+  const bool isThere = problem.kind != ProblemKind::Missing && problem.kind != ProblemKind::NotAFolder;
+  const bool leadsAnywhere = problem.error != std::errc::too_many_symbolic_link_levels;
+  return {isThere && leadsAnywhere ? "unreadable" : "missing", ReasonOf(problem)};
+}
+
 FolderState StateOf(const KeptFolder& folder) {
-  return folder.error ? StateAfter(folder.error, folder.location) : FolderState{"present", ""};
+  if (!folder.error) return {"present", ""};
+  return StateOf(PathProblem{folder.location, KindOf(folder.error), folder.error});
 }
 
 FolderState StateOf(const DroppedFolder& folder) { return {"repeated", ReasonOf(folder)}; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <search_path_environment/distinct_folders.hpp>
+#include <search_path_environment/path_problem.hpp>
 #include <string>
 
 namespace vornixpath {
@@ -13,5 +14,7 @@ struct FolderState {
 
 [[nodiscard]] FolderState StateOf(const Quorvex::PathEnvironment::KeptFolder& folder);
 [[nodiscard]] FolderState StateOf(const Quorvex::PathEnvironment::DroppedFolder& folder);
+/// The same of a folder that could not be read, or not as a whole, when the path was.
+[[nodiscard]] FolderState StateOf(const Quorvex::PathEnvironment::PathProblem& problem);
 
 }  // namespace vornixpath

@@ -6,6 +6,7 @@
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
 #include <set>
+#include <stdexcept>
 #include <utility>
 
 #include "masked_view.hpp"
@@ -94,16 +95,19 @@ bool LoadedPath::IsMasked(std::size_t position) const {
   return std::binary_search(maskedPositions_.begin(), maskedPositions_.end(), position);
 }
 
+const DistinctFolders& LoadedPath::GetDistinctFolders() const {
+  if (!list_) throw std::logic_error("a snapshot has no list of folders");
+  if (!folders_) folders_.emplace(list_->GetFolders(), Storage());
+  return *folders_;
+}
+
 EntryPtr LoadedPath::FindFolder(const AbsoluteIRI& folder) const {
   const auto index = IndexOf(folder);
   return index ? (*GetLeaf().GetMainEntries())[*index] : nullptr;
 }
 
 std::optional<std::size_t> LoadedPath::IndexOf(const AbsoluteIRI& folder) const {
-  if (list_) {
-    if (!folders_) folders_.emplace(list_->GetFolders(), Storage());
-    return folders_->IndexOf(folder);
-  }
+  if (list_) return GetDistinctFolders().IndexOf(folder);
   const auto spelled = FindIndex(GetLeaf(), [&](const FolderEntry& entry) { return entry.GetLocation() == folder; });
   if (spelled) return spelled;
   return FindIndex(GetLeaf(), [&](const FolderEntry& entry) { return entry.GetCanonicalLocation() == folder; });

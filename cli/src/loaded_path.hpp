@@ -70,6 +70,10 @@ class LoadedPath {
   /// Whether storage may be asked about the path's folders.
   [[nodiscard]] bool IsFromStorage() const noexcept { return list_.has_value(); }
 
+  /// Which folders of the list stay on the path, and which are repeats. Of a path that a cache gave it is found out
+  /// now. A snapshot has no list: throws std::logic_error.
+  [[nodiscard]] const Quorvex::PathEnvironment::DistinctFolders& GetDistinctFolders() const;
+
   /// The folder of the path that `folder` is in any spelling, masked or not, or null. Asks storage about a spelling
   /// that the path does not know; a snapshot knows how its folders were spelled and where they really were.
   [[nodiscard]] EntryPtr FindFolder(const foundation::storage::vfs::AbsoluteIRI& folder) const;

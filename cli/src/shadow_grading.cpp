@@ -48,4 +48,13 @@ const ShadowGrading::KnownFile& ShadowGrading::AskOnce(const AbsoluteIRI& winner
   return *winner_;
 }
 
+std::vector<GradedShadow> GradedShadowsOf(const Quorvex::PathManagement::IPath& path,
+                                          const std::vector<std::u16string>& extensions,
+                                          foundation::storage::vfs::StorageSystemReference storage) {
+  ShadowGrading grade(std::move(storage));
+  std::vector<GradedShadow> graded;
+  for (Shadow& shadow : FindShadows(path, extensions)) graded.push_back(grade(std::move(shadow)));
+  return graded;
+}
+
 }  // namespace vornixpath

@@ -48,4 +48,9 @@ class ShadowGrading {
   ContentComparison comparison_;
 };
 
+/// What FindShadows tells, graded, in the same order.
+[[nodiscard]] std::vector<GradedShadow> GradedShadowsOf(const Quorvex::PathManagement::IPath& path,
+                                                        const std::vector<std::u16string>& extensions,
+                                                        foundation::storage::vfs::StorageSystemReference storage);
+
 }  // namespace vornixpath

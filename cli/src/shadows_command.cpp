@@ -24,14 +24,6 @@ namespace vornixpath {
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-using Quorvex::PathManagement::IPath;
-
-std::vector<GradedShadow> GradedShadowsOf(const IPath& path, const std::vector<std::u16string>& extensions) {
-  ShadowGrading grade(foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference());
-  std::vector<GradedShadow> graded;
-  for (Shadow& shadow : FindShadows(path, extensions)) graded.push_back(grade(std::move(shadow)));
-  return graded;
-}
 
 // Whether there is any. A file is told once, however many it was to be compared with.
 bool WarnOfUnreadFiles(const std::vector<ShadowPair>& pairs) {
@@ -90,7 +82,9 @@ ExitStatus RunShadows(const ShadowsOptions& options) {
   ShadowsReport report{{}, TroublesOf(path), std::nullopt};
   Warn(report.problems);
   const auto extensions = ExtensionsFromText(fl::filesystem::from_bytes(options.extensions));
-  report.pairs = PairsOf(GradedShadowsOf(path.GetView(), extensions), path.GetView(), FolderNumbers(path.GetLeaf()));
+  const auto storage = foundation::storage::vfs::VornixStorageSystem::GetStorageSystemReference();
+  report.pairs =
+      PairsOf(GradedShadowsOf(path.GetView(), extensions, storage), path.GetView(), FolderNumbers(path.GetLeaf()));
   const bool isAnyUnread = WarnOfUnreadFiles(report.pairs);
 
   const bool isAllRead = !isAnyUnread && UnreadFoldersOf(path).empty();

@@ -11,8 +11,8 @@
 #include "folder_state.hpp"
 #include "labelled_line.hpp"
 #include "location_text.hpp"
+#include "path_origin.hpp"
 #include "path_source.hpp"
-#include "session.hpp"
 
 namespace vornixpath {
 
@@ -25,13 +25,6 @@ using Quorvex::PathEnvironment::DroppedFolder;
 using Quorvex::PathEnvironment::KeptFolder;
 using Quorvex::PathEnvironment::ToolboxCache;
 using Quorvex::PathEnvironment::ToolboxCacheError;
-
-std::string SourceOf(const PathOptions& options) {
-  if (options.file) return "the path file " + *options.file;
-  if (options.text) return "--path";
-  if (!options.session && PathVariable()) return "VORNIX_PATH";
-  return "the session " + ShownText(SessionFile(options.session).GetLocation());
-}
 
 using Counts = std::map<std::string, std::size_t>;
 
@@ -80,7 +73,7 @@ ExitStatus RunStatus(const StatusOptions& options) {
                                 Quorvex::PathEnvironment::FolderQuestion::CanItBeListed);
   const Counts counts = CountStates(folders);
   const CacheChoice choice(options.path);
-  const std::string source = SourceOf(options.path);
+  const std::string source = OriginOf(options.path).words;
   const std::string use = UseOf(list, choice);
   const std::string file = choice.file ? ShownText(*choice.file) : "none";
   if (options.json) {
