@@ -27,12 +27,25 @@ struct CommandEntry {
 };
 
 // In the order of the help.
-constexpr CommandEntry kCommands[] = {{"which", AddWhich},       {"why", AddWhy},         {"match", AddMatch},
-                                      {"files", AddFiles},       {"shadows", AddShadows}, {"path", AddPath},
-                                      {"packages", AddPackages}, {"status", AddStatus},   {"cache", AddCache},
-                                      {"snapshot", AddSnapshot}, {"compare", AddCompare}, {"watch", AddWatch},
-                                      {"add", AddAdd},           {"remove", AddRemove},   {"undo", AddUndo},
-                                      {"log", AddLog},           {"split", AddSplit},     {"iri", AddIri}};
+constexpr CommandEntry kCommands[] = {{"which", AddWhich},
+                                      {"why", AddWhy},
+                                      {"match", AddMatch},
+                                      {"files", AddFiles},
+                                      {"shadows", AddShadows},
+                                      {"path", AddPath},
+                                      {"packages", AddPackages},
+                                      {"status", AddStatus},
+                                      {"doctor", AddDoctor},
+                                      {"cache", AddCache},
+                                      {"snapshot", AddSnapshot},
+                                      {"compare", AddCompare},
+                                      {"watch", AddWatch},
+                                      {"add", AddAdd},
+                                      {"remove", AddRemove},
+                                      {"undo", AddUndo},
+                                      {"log", AddLog},
+                                      {"split", AddSplit},
+                                      {"iri", AddIri}};
 
 // All, or, where it is known already which one is meant, that one alone: to describe them takes longer than to find a
 // name.

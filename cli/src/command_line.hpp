@@ -90,6 +90,14 @@ struct ShadowsOptions {
   bool json = false;
 };
 
+struct DoctorOptions {
+  PathOptions path;
+  std::string extensions = ".vnx";  ///< as for `which`
+  std::optional<int> minScore;      ///< from 0 to 100; a lower score is "no"
+  bool strict = false;
+  bool json = false;
+};
+
 struct PathListOptions {
   PathOptions path;
   bool onlyDistinct = false;  ///< without the later spellings of a folder
@@ -179,9 +187,10 @@ struct IriOptions {
   OutputForm form = OutputForm::Lines;
 };
 
-using Command = std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions,
-                             PackagesOptions, SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions,
-                             UndoOptions, LogOptions, SplitOptions, IriOptions, CacheOptions, StatusOptions>;
+using Command =
+    std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions, PackagesOptions,
+                 SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions,
+                 SplitOptions, IriOptions, CacheOptions, StatusOptions, DoctorOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

@@ -54,6 +54,9 @@ void RefuseImpossiblePackages(const PathOptions& path);
 // shadows_syntax.cpp
 CommandSyntax AddShadows(CLI::App& app);
 
+// doctor_syntax.cpp
+CommandSyntax AddDoctor(CLI::App& app);
+
 // snapshot_syntax.cpp
 CommandSyntax AddSnapshot(CLI::App& app);
 CommandSyntax AddCompare(CLI::App& app);

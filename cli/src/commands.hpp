@@ -26,5 +26,6 @@ ExitStatus RunSplit(const SplitOptions& options);
 ExitStatus RunIri(const IriOptions& options);
 ExitStatus RunCache(const CacheOptions& options);
 ExitStatus RunStatus(const StatusOptions& options);
+ExitStatus RunDoctor(const DoctorOptions& options);
 
 }  // namespace vornixpath

@@ -30,6 +30,7 @@ ExitStatus Run(const SplitOptions& options) { return RunSplit(options); }
 ExitStatus Run(const IriOptions& options) { return RunIri(options); }
 ExitStatus Run(const CacheOptions& options) { return RunCache(options); }
 ExitStatus Run(const StatusOptions& options) { return RunStatus(options); }
+ExitStatus Run(const DoctorOptions& options) { return RunDoctor(options); }
 
 ExitStatus RunArguments(const std::vector<std::string>& arguments) {
   const auto command = ParseCommandLine(arguments);
