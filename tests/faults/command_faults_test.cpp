@@ -233,6 +233,8 @@ const std::vector<Arguments> kCommands = {
     {"match", "pkg", "--session", kSession, "--cache", "off"},
     {"files", ".vnx", "--session", kSession, "--cache", "off"},
     {"shadows", "--session", kSession, "--cache", "off"},
+    {"doctor", "--session", kSession, "--cache-file", kCache},
+    {"doctor", "--session", kSession, "--cache", "off", "--json", "--packages", "memory:///packages"},
     {"path", "--session", kSession},
     {"path", "--session", kSession, "--json"},
     {"packages", "memory:///packages"},
