@@ -27,6 +27,7 @@ class SEARCH_PATH_UTILITIES_EXPORT ConcatenatedPath : public IPath {
   /// `std::invalid_argument` and leaves `paths` as it was.
   explicit ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& paths);
 
+  /// Of two paths; null throws `std::invalid_argument`.
   ConcatenatedPath(const std::shared_ptr<const IPath>& first, const std::shared_ptr<const IPath>& second);
 
   ConcatenatedPath(const ConcatenatedPath&) = delete;

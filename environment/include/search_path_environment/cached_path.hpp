@@ -22,6 +22,7 @@ namespace Quorvex::PathEnvironment {
 /// Immutable, safe from any thread.
 class SEARCH_PATH_ENVIRONMENT_EXPORT CachedPath final : public PathManagement::IPath {
  public:
+  /// An entry of this path: a FolderEntry, made when it is asked for.
   using EntryPtr = std::shared_ptr<const PathManagement::IPathEntry>;
 
   /// Makes the path, or its first folders, of what stands on disk. Called, at most once, when a record turns out to be

@@ -24,18 +24,18 @@ enum class SameFolder : std::uint8_t {
 
 /// A folder that stays on the path, under the first of its spellings.
 struct KeptFolder {
-  foundation::storage::vfs::AbsoluteIRI location;
-  std::size_t position;   ///< on the list as it was given, from 0
-  std::error_code error;  ///< what storage answered, if it could not tell what was asked
+  foundation::storage::vfs::AbsoluteIRI location;  ///< as it is spelled on the list
+  std::size_t position;                            ///< on the list as it was given, from 0
+  std::error_code error;                           ///< what storage answered, if it could not tell what was asked
 };
 
 /// A later spelling of a folder that stays.
 struct DroppedFolder {
-  foundation::storage::vfs::AbsoluteIRI location;
-  std::size_t position;
-  foundation::storage::vfs::AbsoluteIRI staying;  ///< the spelling that stays
-  std::size_t stayingPosition;                    ///< where that stands on the list
-  SameFolder reason;
+  foundation::storage::vfs::AbsoluteIRI location;  ///< the spelling that does not stay
+  std::size_t position;                            ///< where it stands on the list, from 0
+  foundation::storage::vfs::AbsoluteIRI staying;   ///< the spelling that stays
+  std::size_t stayingPosition;                     ///< where that stands on the list
+  SameFolder reason;                               ///< how that is known
 };
 
 /// The reason in words, for people: `it is the same folder as "/a", folder 1 of the path: same device and inode`.
@@ -65,8 +65,9 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT DistinctFolders {
   DistinctFolders& operator=(const DistinctFolders&) noexcept;
   ~DistinctFolders();
 
-  /// Both in the order of the list. They live as long as this object or a copy of it.
+  /// The folders that stay, in the order of the list. They live as long as this object or a copy of it.
   [[nodiscard]] const std::vector<KeptFolder>& GetKept() const noexcept;
+  /// The spellings that do not stay; order and life as above.
   [[nodiscard]] const std::vector<DroppedFolder>& GetDropped() const noexcept;
 
   /// Which of the kept folders, as an index, `folder` is, in any spelling. Asks storage, if this object was made with

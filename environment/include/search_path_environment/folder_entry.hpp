@@ -1,8 +1,3 @@
-// An immutable snapshot of one real folder as an entry of a search path: its files, and its special subfolders as
-// method entries in depth.
-//
-// Reading a folder is the only time storage is touched; afterwards every operation is const and safe from any thread.
-// An entry does not know its parent, since versions of a path share entries; the path does.
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -23,31 +18,40 @@ struct PackedNames;
 
 /// The special subfolders directly below a folder.
 struct SpecialSubfolders {
-  std::shared_ptr<const class FolderEntry> privateEntry;
-  std::shared_ptr<const FolderEntry> resources;
+  std::shared_ptr<const class FolderEntry> privateEntry;     ///< null when there is none
+  std::shared_ptr<const FolderEntry> resources;              ///< null when there is none
   std::vector<std::shared_ptr<const FolderEntry>> classes;   ///< sorted by name
   std::vector<std::shared_ptr<const FolderEntry>> packages;  ///< sorted by name
 };
 
+/// An immutable snapshot of one real folder as an entry of a search path: its files, and its special subfolders as
+/// method entries in depth.
+///
+/// Reading a folder is the only time storage is touched; afterwards every operation is const and safe from any thread.
+/// An entry does not know its parent, since versions of a path share entries; the path does.
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::IPathEntry,
                                                          public std::enable_shared_from_this<FolderEntry> {
  public:
+  /// As the contract hands out entries.
   using EntryPtr = std::shared_ptr<const PathManagement::IPathEntry>;
+  /// A group of method entries; never null.
   using EntryGroup = std::shared_ptr<const std::vector<EntryPtr>>;
+  /// Files, as they are made on demand.
   using Items = std::vector<std::shared_ptr<const PathManagement::PathItem>>;
 
   /// What was found when the folder was read.
   struct Contents {
     foundation::storage::vfs::AbsoluteIRI location;           ///< as it was spelled on the path
     foundation::storage::vfs::AbsoluteIRI canonicalLocation;  ///< links resolved
-    PathManagement::PathEntryType kind;
-    bool comparesNamesExactly;          ///< how the storage compares names in this folder
-    std::vector<std::u16string> files;  ///< full file names, in any order
-    SpecialSubfolders subfolders;
-    std::vector<PathProblem> problems;  ///< of this folder alone
-    FolderProof proof = {};             ///< of this folder alone
+    PathManagement::PathEntryType kind;  ///< Main for a folder of the list, else what its name says
+    bool comparesNamesExactly;           ///< how the storage compares names in this folder
+    std::vector<std::u16string> files;   ///< full file names, in any order
+    SpecialSubfolders subfolders;        ///< read in depth already
+    std::vector<PathProblem> problems;   ///< of this folder alone
+    FolderProof proof = {};              ///< of this folder alone
   };
 
+  /// An entry that holds just this. O(files x log files).
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents);
   /// The same, with the names of `packed` for those of `contents`.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(Contents contents, const PackedNames& packed);
@@ -69,9 +73,11 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntry final : public PathManagement::
   /// The resources subfolder.
   [[nodiscard]] EntryPtr GetSecondSingleEntry() const override;
 
-  /// Class folders, package folders, and auxiliary folders (a folder on disk has none), each sorted by name.
+  /// Class folders, sorted by name.
   [[nodiscard]] EntryGroup GetFirstEntryGroup() const override;
+  /// Package folders, sorted by name.
   [[nodiscard]] EntryGroup GetSecondEntryGroup() const override;
+  /// Auxiliary folders: a folder on disk has none.
   [[nodiscard]] EntryGroup GetThirdEntryGroup() const override;
 
   /// The item whose full name is the target's base name followed by one of its extensions, however the two are cut. The

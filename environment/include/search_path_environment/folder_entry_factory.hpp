@@ -22,6 +22,7 @@ class AliveEntries;
 /// common. Copies of a factory share what they know.
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderEntryFactory final : public PathManagement::IPathEntryFactory {
  public:
+  /// Reads through `storage`, and knows no entry yet.
   explicit FolderEntryFactory(foundation::storage::vfs::StorageSystemReference storage);
   /// The same, as if it had made the entries of `predecessor`.
   FolderEntryFactory(foundation::storage::vfs::StorageSystemReference storage, const FolderPath& predecessor);

@@ -1,8 +1,3 @@
-// The leaf path: an ordered list of real folders.
-//
-// Immutable, safe from any thread, and touches no storage. A lookup costs the same on a long path as on a short one:
-// names are found through an index from base name to places on the path. The answers are those of a plain walk over the
-// entries.
 #pragma once
 
 #include <cstddef>
@@ -16,8 +11,14 @@
 
 namespace Quorvex::PathEnvironment {
 
+/// The leaf path: an ordered list of real folders.
+///
+/// Immutable, safe from any thread, and touches no storage. A lookup costs the same on a long path as on a short one:
+/// names are found through an index from base name to places on the path. The answers are those of a plain walk over
+/// the entries.
 class SEARCH_PATH_ENVIRONMENT_EXPORT FolderPath final : public PathManagement::IPath {
  public:
+  /// An entry of this path: a FolderEntry.
   using EntryPtr = std::shared_ptr<const PathManagement::IPathEntry>;
 
   /// One folder of the list that a path is made from.

@@ -12,30 +12,31 @@ namespace Quorvex::PathEnvironment {
 
 /// What storage tells of a folder with one question: which one it is, and when it was last touched.
 struct FolderStamp {
-  foundation::storage::vfs::FileIdentity identity;
-  foundation::storage::vfs::FileTime modificationTime;
-  foundation::storage::vfs::FileTime changeTime;
+  foundation::storage::vfs::FileIdentity identity;      ///< which folder it is
+  foundation::storage::vfs::FileTime modificationTime;  ///< when names came or went
+  foundation::storage::vfs::FileTime changeTime;        ///< the same, and all else; nobody can set it back
 
   friend bool operator==(const FolderStamp&, const FolderStamp&) = default;
 };
 
 /// An entry that is a link. What it leads to stands elsewhere, so the folder's own times say nothing of it.
 struct LinkedEntry {
-  std::u16string name;
-  foundation::storage::vfs::FileKind kind;
+  std::u16string name;                      ///< in the folder
+  foundation::storage::vfs::FileKind kind;  ///< of what it led to
 
   friend bool operator==(const LinkedEntry&, const LinkedEntry&) = default;
 };
 
 /// The circumstances of one reading of a folder. A value; touches storage only in StillHolds.
 struct FolderProof {
+  /// How the reading ended.
   enum class Finding : std::uint8_t {
     Trouble,  ///< the folder could not be read in full: nothing proves that this is still so
     Missing,  ///< there was nothing
     Folder,   ///< it was read
   };
 
-  Finding finding = Finding::Trouble;
+  Finding finding = Finding::Trouble;         ///< says which of the rest counts
   FolderStamp stamp;                          ///< of a folder that was read
   foundation::storage::vfs::FileTime readAt;  ///< no change that the reading missed bears an earlier time
   std::vector<LinkedEntry> links;             ///< sorted by name

@@ -21,12 +21,14 @@ namespace Quorvex::PathEnvironment {
 
 class Inotify;
 
+/// How soon a change in a folder is noticed.
 enum class Watching : std::uint8_t {
   Watched,   ///< every change is announced as it happens
   Polled,    ///< changes are found when the folder is looked at, every now and then; some may be announced at once
   Unwatched  ///< changes may go unnoticed: it would have to be polled, and is not
 };
 
+/// Why a folder is watched no better than it is.
 enum class WatchingReason : std::uint8_t {
   None,          ///< the folder is watched as it should be
   Missing,       ///< there is no such folder; that it comes is noticed
@@ -38,16 +40,18 @@ enum class WatchingReason : std::uint8_t {
   Failed         ///< something else; the error tells what
 };
 
+/// What is done about one folder. A value: how it was when it was asked for.
 struct FolderWatching {
-  foundation::storage::vfs::AbsoluteIRI folder;
-  Watching state;
-  WatchingReason reason;
-  std::error_code error;  ///< the system's, where there is one
+  foundation::storage::vfs::AbsoluteIRI folder;  ///< as the path spells it
+  Watching state;                                ///< how soon a change in it shows
+  WatchingReason reason;                         ///< None where nothing is to be said
+  std::error_code error;                         ///< the system's, where there is one
 };
 
 /// The reason in words, for people: "the system grants no further watch". Empty for None.
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT std::string ReasonOf(const FolderWatching& watching);
 
+/// What a watcher does beside watching.
 struct WatcherOptions {
   /// How often folders are looked at that cannot be watched, once a day at least; zero is never.
   std::chrono::milliseconds pollInterval = std::chrono::seconds(2);

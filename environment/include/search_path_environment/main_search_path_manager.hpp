@@ -17,14 +17,18 @@ namespace Quorvex::PathEnvironment {
 /// one another, in this process and in all others that use the same file.
 class SEARCH_PATH_ENVIRONMENT_EXPORT MainSearchPathManager final : public PathManagement::IMainSearchPathManager {
  public:
+  /// In path order.
   using Folders = std::vector<foundation::storage::vfs::AbsoluteIRI>;
+  /// A snapshot: never null, never changed.
   using FoldersPtr = std::shared_ptr<const Folders>;
 
   /// What is announced; both lists differ.
   struct Change {
-    FoldersPtr before;
-    FoldersPtr after;
+    FoldersPtr before;  ///< what stood until then
+    FoldersPtr after;   ///< what stands now
   };
+
+  /// Called on whatever thread made the change, one call at a time.
   using Listener = std::function<void(const Change&)>;
 
   /// How long an edit waits for that of another process.

@@ -13,17 +13,18 @@
 
 namespace Quorvex::PathEnvironment {
 
+/// A manifest that counts, and where it stands.
 struct ManifestFile {
-  foundation::storage::vfs::AbsoluteIRI file;
-  PackageManifest manifest;
+  foundation::storage::vfs::AbsoluteIRI file;  ///< in the folder of manifests
+  PackageManifest manifest;                    ///< as it was when the registry was made
 };
 
 /// A manifest that does not count. It never spoils the others.
 struct ManifestProblem {
-  foundation::storage::vfs::AbsoluteIRI file;
-  std::size_t line;    ///< from 1; 0 when the file could not be read at all
-  std::size_t column;  ///< in characters, from 1; 0 when it is not known
-  std::string reason;  ///< safe for a terminal
+  foundation::storage::vfs::AbsoluteIRI file;  ///< in the folder of manifests
+  std::size_t line;                            ///< from 1; 0 when the file could not be read at all
+  std::size_t column;                          ///< in characters, from 1; 0 when it is not known
+  std::string reason;                          ///< safe for a terminal
 
   friend bool operator==(const ManifestProblem&, const ManifestProblem&) = default;
 };
@@ -47,8 +48,10 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ManifestRegistry final : public PackageRegi
   [[nodiscard]] std::shared_ptr<const PackageRegistry::IPackage> GetPackage(
       const VornixComponents::ComponentIdentifier& component) const override;
 
-  /// Both in the order of the file names, code unit by code unit. They live as long as this object or a copy of it.
+  /// Those that count, in the order of the file names, code unit by code unit. They live as long as this object or a
+  /// copy of it.
   [[nodiscard]] const std::vector<ManifestFile>& GetManifests() const noexcept;
+  /// Those that do not; order and life as above.
   [[nodiscard]] const std::vector<ManifestProblem>& GetProblems() const noexcept;
 
  private:

@@ -17,6 +17,7 @@ namespace Quorvex::PathEnvironment {
 /// Some bytes are no manifest. `what` is the reason, without the place, and safe for a terminal.
 class SEARCH_PATH_ENVIRONMENT_EXPORT ManifestError : public std::runtime_error {
  public:
+  /// `reason` must be safe for a terminal already.
   ManifestError(std::size_t line, std::size_t column, const std::string& reason);
   ManifestError(const ManifestError&) noexcept = default;
   ManifestError& operator=(const ManifestError&) noexcept = default;
@@ -34,13 +35,13 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ManifestError : public std::runtime_error {
 
 /// A value.
 struct SEARCH_PATH_ENVIRONMENT_EXPORT PackageManifest {
-  VornixComponents::ComponentIdentifier component;
-  std::size_t componentLine;  ///< where the component is named, from 1
-  bool isEnabled;
-  bool isRootFolderPackage;
-  foundation::storage::vfs::AbsoluteIRI rootFolder;
+  VornixComponents::ComponentIdentifier component;              ///< what the package is asked for by
+  std::size_t componentLine;                                    ///< where the component is named, from 1
+  bool isEnabled;                                               ///< one that is not adds nothing
+  bool isRootFolderPackage;                                     ///< the root is all that it has for the path
+  foundation::storage::vfs::AbsoluteIRI rootFolder;             ///< absolute, by text alone
   std::vector<PackageRegistry::PackagePathFolder> pathFolders;  ///< none of a root-folder package
-  std::map<std::u16string, PackageRegistry::PackageProperty, std::less<>> properties;
+  std::map<std::u16string, PackageRegistry::PackageProperty, std::less<>> properties;  ///< by name
 
   /// The manifest that `bytes` are, for a file in `folder`. Whatever they are, they give a manifest or throw
   /// ManifestError. By text alone: no storage is touched. O(n log n).

@@ -20,10 +20,10 @@ enum class ProblemKind {
 
 /// One thing that went wrong while a path was read. It never spoils the rest of the path.
 struct PathProblem {
-  foundation::storage::vfs::AbsoluteIRI location;
-  ProblemKind kind;
-  std::error_code error;     ///< the storage's own error, where there is one
-  std::size_t position = 0;  ///< of the folder on the path as it was given, from 0
+  foundation::storage::vfs::AbsoluteIRI location;  ///< of the folder, or of the name in it
+  ProblemKind kind;                                ///< what kind of trouble it is
+  std::error_code error;                           ///< the storage's own error, where there is one
+  std::size_t position = 0;                        ///< of the folder on the path as it was given, from 0
 
   friend bool operator==(const PathProblem&, const PathProblem&) = default;
 };

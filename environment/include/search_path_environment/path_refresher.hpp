@@ -12,10 +12,11 @@ namespace Quorvex::PathEnvironment {
 
 /// A main folder that holds something else than before, in depth.
 struct RefreshedFolder {
-  std::shared_ptr<const FolderEntry> before;
-  std::shared_ptr<const FolderEntry> after;
+  std::shared_ptr<const FolderEntry> before;  ///< on the version before; not null
+  std::shared_ptr<const FolderEntry> after;   ///< at the same place now; not null
 };
 
+/// What one call of Refresh came to.
 struct PathRefresh {
   std::shared_ptr<const FolderPath> path;  ///< as it is now; the same object when nothing has changed
   std::vector<RefreshedFolder> changed;    ///< in path order
@@ -30,11 +31,13 @@ struct PathRefresh {
 /// becomes an entry without items that holds the problem, and is read when it comes back.
 class SEARCH_PATH_ENVIRONMENT_EXPORT PathRefresher {
  public:
+  /// Begins with `path`, which is not null, and reads through `storage`.
   PathRefresher(std::shared_ptr<const FolderPath> path, foundation::storage::vfs::StorageSystemReference storage);
   PathRefresher(const PathRefresher&) = delete;
   PathRefresher& operator=(const PathRefresher&) = delete;
   ~PathRefresher();
 
+  /// The newest version, as the last Refresh made it. Never waits for one that is under way.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const;
 
   /// Reads again what was announced since the last call; dispatch the session's events first. One listing for each

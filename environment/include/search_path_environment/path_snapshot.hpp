@@ -49,7 +49,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SnapshotError : public std::runtime_error {
 /// with '%' and control characters as "%XX". The checksum is XXH3 (64 bits, seed 0) of all bytes before its line.
 struct SEARCH_PATH_ENVIRONMENT_EXPORT PathSnapshot {
   std::shared_ptr<const FolderPath> path;  ///< not null
-  std::chrono::sys_seconds taken;
+  std::chrono::sys_seconds taken;          ///< when, in UTC
 
   /// The text of it. Throws fl::filesystem::encoding_error for a name that no bytes stand for, which no disk gives.
   /// O(n).

@@ -24,11 +24,11 @@ enum class EditKind : std::uint8_t { Addition, Removal, Undo };
 
 /// An edit, and the path as it was before.
 struct PathVersion {
-  std::uint64_t number = 0;  ///< counted from 1, without gaps but for versions long dropped
-  EditKind kind = EditKind::Addition;
-  std::uint64_t undone = 0;  ///< of an Undo, the number of the edit that it took back
-  std::chrono::sys_seconds time;
-  SavedPathText before;
+  std::uint64_t number = 0;              ///< counted from 1, without gaps but for versions long dropped
+  EditKind kind = EditKind::Addition;    ///< of the edit that replaced this version
+  std::uint64_t undone = 0;              ///< of an Undo, the number of the edit that it took back
+  std::chrono::sys_seconds time;         ///< of that edit, in UTC
+  SavedPathText before;                  ///< no folder when there was no file
   std::optional<SavedPathError> damage;  ///< why nothing but the number is known
 };
 
@@ -39,9 +39,11 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathFile {
   /// As many versions as are kept.
   static constexpr std::size_t kVersions = 20;
 
+  /// A handle on `file`, which need not be there yet. Touches no storage.
   SavedPathFile(const foundation::storage::vfs::AbsoluteIRI& file,
                 foundation::storage::vfs::StorageSystemReference storage);
 
+  /// As it was given; links are not followed.
   [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetLocation() const noexcept { return file_; }
 
   /// The bytes as they stand; nothing when nothing was saved yet.

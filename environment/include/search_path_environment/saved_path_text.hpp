@@ -25,6 +25,7 @@ namespace Quorvex::PathEnvironment {
 /// first folder, as far as a blank line, and what stands below the last one, stay where they are.
 class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathText {
  public:
+  /// In path order.
   using Folders = std::vector<foundation::storage::vfs::AbsoluteIRI>;
 
   /// No folder.
@@ -35,6 +36,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SavedPathText {
 
   /// In path order; a folder may stand there more than once.
   [[nodiscard]] const Folders& GetFolders() const& noexcept { return folders_; }
+  /// The same, taken out of a text that is about to go.
   [[nodiscard]] Folders GetFolders() && noexcept { return std::move(folders_); }
 
   /// The same text for other folders. The comments of a folder that is no longer there are left out.

@@ -23,12 +23,13 @@ class CacheRecords;
 
 /// A main folder that a cache holds, compared with what stands on disk.
 struct RecordedFolder {
-  foundation::storage::vfs::AbsoluteIRI location;
-  Standing standing;
+  foundation::storage::vfs::AbsoluteIRI location;  ///< as the path spells it
+  Standing standing;                               ///< to what the record says
   bool canBeProven;  ///< false for one that was in trouble, or touched too shortly before it was read: it is read anew
                      ///< each time
 };
 
+/// Whether a record counts without a question.
 enum class CacheTrust : std::uint8_t {
   Proven,  ///< storage is asked whether a folder is still as it was
   Blind,   ///< the answers are those of when the cache was written
@@ -47,8 +48,11 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ToolboxCache {
   ToolboxCache& operator=(const ToolboxCache&) noexcept;
   ~ToolboxCache();
 
+  /// When it was made, by the clock of whoever made it.
   [[nodiscard]] std::chrono::sys_time<std::chrono::nanoseconds> GetTimeOfWriting() const noexcept;
+  /// The toolbox root: every folder it holds stands there or below.
   [[nodiscard]] const foundation::storage::vfs::AbsoluteIRI& GetRoot() const noexcept;
+  /// As it was opened.
   [[nodiscard]] CacheTrust GetTrust() const noexcept;
   [[nodiscard]] std::size_t GetSize() const noexcept;       ///< in bytes
   [[nodiscard]] std::size_t CountFolders() const noexcept;  ///< main entries

@@ -29,6 +29,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT ToolboxCacheError : public std::runtime_err
   ToolboxCacheError& operator=(const ToolboxCacheError&) noexcept = default;
   ~ToolboxCacheError() override;
 
+  /// For programs, that take one refusal otherwise than another.
   [[nodiscard]] CacheRefusal GetRefusal() const noexcept { return refusal_; }
 
  private:

@@ -28,12 +28,14 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT WatchedPath {
   WatchedPath(const WatchedPath&) = delete;
   WatchedPath& operator=(const WatchedPath&) = delete;
 
+  /// The newest version, as the last Refresh made it.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const { return refresher_.GetPath(); }
 
   /// As PathRefresher::Refresh; then the folders that are new are watched and announced, so that the next call reads
   /// them with their watches in place.
   [[nodiscard]] PathRefresh Refresh();
 
+  /// Tells how well each folder is watched.
   [[nodiscard]] const FolderWatcher& GetWatcher() const noexcept { return watcher_; }
 
  private:

@@ -25,6 +25,7 @@ inline constexpr std::size_t kLargestWholeFile = std::size_t{1} << 30U;
                                                         const foundation::storage::vfs::AbsoluteIRI& file,
                                                         const std::optional<std::string>& bytes);
 
+/// What a replacement outlives.
 enum class Durability : bool {
   Whole,    ///< whoever looks sees the old bytes or the new ones, also after this process was killed
   Flushed,  ///< and the new ones are safe from a power failure before they take the place of the old

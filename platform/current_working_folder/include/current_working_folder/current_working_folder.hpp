@@ -14,11 +14,13 @@ namespace Quorvex::current_working_folder {
 class CURRENT_WORKING_FOLDER_EXPORT FailedToAbsolutizeException
     : public foundation::core::except::Exception<foundation::core::except::IInternalException> {
  public:
+  /// `code` is the working folder's own.
   explicit FailedToAbsolutizeException(int code);
   FailedToAbsolutizeException(const FailedToAbsolutizeException&) noexcept;
   FailedToAbsolutizeException& operator=(const FailedToAbsolutizeException&) noexcept;
   ~FailedToAbsolutizeException() override;
 
+  /// As it was given; the editing functions know what some mean.
   [[nodiscard]] int GetErrorCode() const noexcept { return code_; }
   /// "a folder name cannot be made absolute (code 4)"
   [[nodiscard]] const char* what() const noexcept override;

@@ -1,4 +1,3 @@
-// A provider that counts its calls. Safe from any thread; shares the inner provider.
 #pragma once
 
 #include <cstddef>
@@ -8,14 +7,18 @@
 
 namespace foundation::storage::fakes {
 
+/// A provider that counts its calls. Safe from any thread; shares the inner provider.
 class FAKES_EXPORT CountingStorageProvider final : public ForwardingStorageProvider {
  public:
+  /// Counts from zero what is asked of `inner`, which is not null.
   explicit CountingStorageProvider(std::shared_ptr<const vfs::IStorageProvider> inner);
   ~CountingStorageProvider() override;
 
   /// Calls made, failed ones included.
   [[nodiscard]] std::size_t GetCount() const;
+  /// Of one operation, wherever.
   [[nodiscard]] std::size_t GetCount(StorageOperation operation) const;
+  /// Of one operation at just this location; a Rename counts where it moves from.
   [[nodiscard]] std::size_t GetCount(StorageOperation operation, const vfs::AbsoluteIRI& location) const;
   /// Starts again from zero.
   void Reset();

@@ -1,5 +1,3 @@
-// A provider whose n-th call fails, so that every error path can be reached. Safe from any thread; shares the inner
-// provider.
 #pragma once
 
 #include <cstddef>
@@ -11,6 +9,7 @@
 
 namespace foundation::storage::fakes {
 
+/// Whether storage recovers from a fault.
 enum class Persistence : std::uint8_t {
   Transient,  ///< one call fails
   Persistent  ///< that call and all that follow
@@ -18,15 +17,18 @@ enum class Persistence : std::uint8_t {
 
 /// Which call fails, and how. What is left out matches every call.
 struct Fault {
-  std::optional<StorageOperation> operation = std::nullopt;
-  std::optional<vfs::AbsoluteIRI> location = std::nullopt;
+  std::optional<StorageOperation> operation = std::nullopt;  ///< of files that were opened, too
+  std::optional<vfs::AbsoluteIRI> location = std::nullopt;   ///< of a Rename, where it moves from
   std::size_t call = 1;  ///< counted from 1, among the matching calls since the fault was planned
-  std::error_code error = std::make_error_code(std::errc::io_error);
-  Persistence persistence = Persistence::Transient;
+  std::error_code error = std::make_error_code(std::errc::io_error);  ///< what the Exception carries
+  Persistence persistence = Persistence::Transient;                   ///< how long it lasts
 };
 
+/// A provider whose n-th call fails, so that every error path can be reached. Safe from any thread; shares the inner
+/// provider.
 class FAKES_EXPORT FailingStorageProvider final : public ForwardingStorageProvider {
  public:
+  /// Fails nothing until something is planned; `inner` is not null.
   explicit FailingStorageProvider(std::shared_ptr<const vfs::IStorageProvider> inner);
   ~FailingStorageProvider() override;
 

@@ -11,6 +11,7 @@ namespace foundation::storage::fakes {
 /// any call while calls are forbidden. The message names the call.
 class FAKES_EXPORT ForbiddingStorageProvider final : public ForwardingStorageProvider {
  public:
+  /// Permits, at first, one listing of each folder and all other calls; `inner` is not null.
   explicit ForbiddingStorageProvider(std::shared_ptr<const vfs::IStorageProvider> inner);
   ~ForbiddingStorageProvider() override;
 

@@ -1,5 +1,3 @@
-// A provider that hands each call on to another: the base of those that watch or hinder. As thread-safe as the inner
-// one; shares it.
 #pragma once
 
 #include <fakes/export.hpp>
@@ -9,6 +7,8 @@
 
 namespace foundation::storage::fakes {
 
+/// A provider that hands each call on to another: the base of those that watch or hinder. As thread-safe as the inner
+/// one; shares it.
 class FAKES_EXPORT ForwardingStorageProvider : public vfs::IStorageProvider {
  public:
   /// Hands calls on to `inner`; `observer`, if any, sees each one first, those to opened files included.

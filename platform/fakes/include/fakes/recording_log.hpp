@@ -1,4 +1,3 @@
-// Collects what is logged anywhere in the process while it lives. Safe from any thread.
 #pragma once
 
 #include <fakes/export.hpp>
@@ -9,6 +8,7 @@
 
 namespace foundation::storage::fakes {
 
+/// Collects what is logged anywhere in the process while it lives. Safe from any thread.
 class FAKES_EXPORT RecordingLog {
  public:
   RecordingLog();

@@ -7,6 +7,7 @@
 
 namespace foundation::storage::fakes {
 
+/// The operations of a provider, and Read, Write, Flush and Close of the files it opened.
 enum class StorageOperation : std::uint8_t {
   List,
   CheckFolder,

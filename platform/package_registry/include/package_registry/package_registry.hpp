@@ -20,11 +20,14 @@ namespace Quorvex::VornixComponents {
 /// The name of a component, compared exactly. A value, safe to read from many threads.
 class ComponentIdentifier {
  public:
+  /// Any text names a component; whether there is one, a registry knows.
   explicit ComponentIdentifier(std::u16string text) noexcept : text_(std::move(text)) {}
 
+  /// The name as it was given.
   [[nodiscard]] const std::u16string& GetText() const noexcept { return text_; }
 
   friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
+  /// For hash tables that find it by its arguments.
   friend std::size_t hash_value(const ComponentIdentifier& identifier) noexcept {
     return std::hash<std::u16string>()(identifier.text_);
   }
@@ -35,8 +38,10 @@ class ComponentIdentifier {
 
 }  // namespace Quorvex::VornixComponents
 
+/// So that components can be keys of hash tables.
 template <>
 struct std::hash<Quorvex::VornixComponents::ComponentIdentifier> {
+  /// Pure. O(n).
   [[nodiscard]] std::size_t operator()(
       const Quorvex::VornixComponents::ComponentIdentifier& identifier) const noexcept {
     return hash_value(identifier);
@@ -47,7 +52,7 @@ namespace Quorvex::PackageRegistry {
 
 /// One folder that a package puts on the path.
 struct PackagePathFolder {
-  foundation::storage::vfs::AbsoluteIRI folder;
+  foundation::storage::vfs::AbsoluteIRI folder;  ///< need not exist
 
   friend bool operator==(const PackagePathFolder&, const PackagePathFolder&) = default;
 };
@@ -55,6 +60,7 @@ struct PackagePathFolder {
 /// What somebody noted about a package.
 using PackageProperty = std::variant<bool, std::int64_t, double, std::u16string>;
 
+/// An installed package, as far as the path is concerned. Immutable; nobody is asked whether its folders exist.
 class PACKAGE_REGISTRY_EXPORT IPackage {
  public:
   virtual ~IPackage();
@@ -65,6 +71,7 @@ class PACKAGE_REGISTRY_EXPORT IPackage {
   [[nodiscard]] virtual bool IsRootFolderPackage() const = 0;
   /// The property of that name; empty when the package has none.
   [[nodiscard]] virtual std::optional<PackageProperty> GetProperty(std::u16string_view name) const = 0;
+  /// The folder that holds the package; of a root-folder package, what it may put on the path.
   [[nodiscard]] virtual foundation::storage::vfs::AbsoluteIRI GetRootFolder() const = 0;
   /// In the package's own order, repeats included. Null is as good as an empty list.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<PackagePathFolder>> GetPathFolders() const = 0;
@@ -75,6 +82,7 @@ class PACKAGE_REGISTRY_EXPORT IPackage {
   IPackage& operator=(const IPackage&) = default;
 };
 
+/// Knows the installed packages. Threads and errors: as the implementation says.
 class PACKAGE_REGISTRY_EXPORT IPackageRegistry {
  public:
   virtual ~IPackageRegistry();

@@ -7,6 +7,7 @@
 
 namespace Quorvex::PathManagement::detail {
 
+/// What AnyRangeAdapter is made of: iterators that refer to elements, kept without allocation where they are small.
 template <class T, class Traversal>
 using AnyRange = boost::any_range<T, Traversal, T&, long, boost::any_iterator_buffer<64>>;
 
@@ -44,6 +45,7 @@ concept RangeOver = requires(Range& range) {
 template <class T, class Traversal = boost::forward_traversal_tag>
 class AnyRangeAdapter : public AnyRange<T, Traversal> {
  public:
+  /// Takes iterators into `range`, which must outlive this one. O(1).
   template <class Range>
   requires(!std::is_base_of_v<AnyRangeAdapter, std::remove_cv_t<Range>> && RangeOver<Range, T>)
       // NOLINTNEXTLINE(google-explicit-constructor): callers pass their containers as they are.

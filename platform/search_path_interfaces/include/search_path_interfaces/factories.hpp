@@ -11,6 +11,7 @@
 
 namespace Quorvex::PathManagement {
 
+/// Makes the entries of leaf paths. Immutable, safe from any thread.
 class SEARCH_PATH_INTERFACES_EXPORT IPathEntryFactory {
  public:
   virtual ~IPathEntryFactory();
@@ -32,6 +33,7 @@ class SEARCH_PATH_INTERFACES_EXPORT IPathEntryFactory {
   IPathEntryFactory& operator=(const IPathEntryFactory&) = default;
 };
 
+/// Makes leaf paths of folders and a source of entries. Immutable, safe from any thread.
 class SEARCH_PATH_INTERFACES_EXPORT IPathFactory {
  public:
   virtual ~IPathFactory();

@@ -11,10 +11,13 @@ namespace Quorvex::PathManagement {
 /// A file together with the entry in which it was found.
 class FoundItem {
  public:
+  /// `item` was found in `entry`; neither is null.
   FoundItem(std::shared_ptr<const PathItem> item, std::shared_ptr<const IPathEntry> entry) noexcept
       : item_(std::move(item)), entry_(std::move(entry)) {}
 
+  /// The file: its name and its folder. Lives on when the path has gone.
   [[nodiscard]] std::shared_ptr<const PathItem> GetPathItem() const noexcept { return item_; }
+  /// The entry that answered: an object of the path, by which the path tells where it stands.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntry() const noexcept { return entry_; }
 
  private:

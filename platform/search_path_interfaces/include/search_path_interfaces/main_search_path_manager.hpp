@@ -1,7 +1,3 @@
-// The owner of the session's main search path.
-//
-// Editing reads a snapshot of the folders and hands back a complete replacement list; serializing changes from several
-// threads, and refusing one that is begun while another is being announced, is the manager's task.
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -16,8 +12,13 @@ class Notification;
 
 namespace Quorvex::PathManagement {
 
+/// The owner of the session's main search path.
+///
+/// Editing reads a snapshot of the folders and hands back a complete replacement list; serializing changes from several
+/// threads, and refusing one that is begun while another is being announced, is the manager's task.
 class SEARCH_PATH_INTERFACES_EXPORT IMainSearchPathManager {
  public:
+  /// The folders of a new path, handed down: read them during the call, keep no iterator.
   using FolderRange = detail::AnyRangeAdapter<foundation::storage::vfs::AbsoluteIRI>;
 
   virtual ~IMainSearchPathManager();

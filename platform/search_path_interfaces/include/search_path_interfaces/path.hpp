@@ -1,9 +1,3 @@
-// An ordered search path.
-//
-// Path order is the order of `GetMainEntries`; a method entry stands at the position of its main entry. A path is
-// immutable once handed out, held as `std::shared_ptr<const IPath>`, and every operation may be called from several
-// threads at once: an implementation that caches makes its cache safe for that. A miss is an empty result or `false`,
-// never an exception. The order of the virtual operations is part of the contract: they are called by slot.
 #pragma once
 
 #include <boost/optional/optional.hpp>
@@ -21,6 +15,12 @@
 
 namespace Quorvex::PathManagement {
 
+/// An ordered search path.
+///
+/// Path order is the order of `GetMainEntries`; a method entry stands at the position of its main entry. A path is
+/// immutable once handed out, held as `std::shared_ptr<const IPath>`, and every operation may be called from several
+/// threads at once: an implementation that caches makes its cache safe for that. A miss is an empty result or `false`,
+/// never an exception. The order of the virtual operations is part of the contract: they are called by slot.
 class SEARCH_PATH_INTERFACES_EXPORT IPath {
  public:
   virtual ~IPath();

@@ -1,9 +1,3 @@
-// One entry of a search path: a folder named on the path (a main entry) or a special subfolder inside one (a method
-// entry).
-//
-// Entries are immutable once handed out, held as `std::shared_ptr<const IPathEntry>`, and safe to read from any number
-// of threads. An entry's identity is the object itself: two pointers name the same entry when they point to the same
-// object. The order of the virtual operations is part of the contract: they are called by slot.
 #pragma once
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -28,10 +22,17 @@ using PathEntryCallback = std::function<bool(const std::shared_ptr<const IPathEn
 /// Compares a wanted text with an item's text.
 using FilenameComparator = std::function<bool(const std::u16string&, const std::u16string&)>;
 
+/// One entry of a search path: a folder named on the path (a main entry) or a special subfolder inside one (a method
+/// entry).
+///
+/// Entries are immutable once handed out, held as `std::shared_ptr<const IPathEntry>`, and safe to read from any number
+/// of threads. An entry's identity is the object itself: two pointers name the same entry when they point to the same
+/// object. The order of the virtual operations is part of the contract: they are called by slot.
 class SEARCH_PATH_INTERFACES_EXPORT IPathEntry {
  public:
   virtual ~IPathEntry();
 
+  /// What kind of folder it is; decides which scopes it is in. O(1).
   [[nodiscard]] virtual PathEntryType GetEntryType() const = 0;
 
   /// The files of the folder, never null.
@@ -46,11 +47,13 @@ class SEARCH_PATH_INTERFACES_EXPORT IPathEntry {
   /// The entry's other single method entry; null when there is none.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetSecondSingleEntry() const = 0;
 
-  /// The three groups of method entries directly below this entry, never null.
+  /// The first of three groups of method entries directly below this entry, in the order of a walk; never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetFirstEntryGroup()
       const = 0;
+  /// The group that follows the first one in a walk; never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetSecondEntryGroup()
       const = 0;
+  /// The last group of a walk; never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetThirdEntryGroup()
       const = 0;
 

@@ -30,8 +30,11 @@ class SEARCH_PATH_INTERFACES_EXPORT SearchTarget {
   SearchTarget& operator=(SearchTarget&& other) noexcept;
   ~SearchTarget() = default;
 
+  /// What stands before the extension; may hold separators, and then names folders, too. Valid as long as what owns it.
   [[nodiscard]] const std::u16string& GetBaseName() const noexcept { return *baseName_; }
+  /// Each with its dot, the preferred one first. Valid as long as what owns them.
   [[nodiscard]] const std::vector<std::u16string>& GetExtensions() const noexcept { return *extensions_; }
+  /// False when both texts are the caller's.
   [[nodiscard]] bool OwnsItsParts() const noexcept { return ownedBaseName_.has_value(); }
 
  private:

@@ -15,6 +15,7 @@ namespace fl::filesystem {
 /// A UTF-16 text stands for no byte string. The message quotes the text, with everything unprintable escaped.
 class FL_FILESYSTEM_EXPORT encoding_error : public std::runtime_error {
  public:
+  /// About `text`, the whole of what was to be encoded.
   explicit encoding_error(std::u16string_view text);
   encoding_error(const encoding_error&) noexcept = default;
   encoding_error& operator=(const encoding_error&) noexcept = default;

@@ -15,13 +15,15 @@
 
 namespace foundation::log {
 
+/// How grave a record is, in rising order.
 enum class Level : std::uint8_t { Trace, Debug, Info, Warning, Error };
 
+/// What a sink gets: a value, the sink's to keep.
 struct LogRecord {
-  Level level = Level::Info;
-  std::string logger;
-  std::string text;  ///< UTF-8, unprintable characters escaped
-  std::chrono::system_clock::time_point time;
+  Level level = Level::Info;                   ///< as its writer graded it
+  std::string logger;                          ///< the name of the logger that wrote it
+  std::string text;                            ///< UTF-8, unprintable characters escaped
+  std::chrono::system_clock::time_point time;  ///< of writing
 };
 
 /// A logger of whatever character type.
@@ -31,9 +33,11 @@ class FOUNDATION_EXPORT diagnostic_logger {
   diagnostic_logger& operator=(const diagnostic_logger&) = delete;
   virtual ~diagnostic_logger();
 
+  /// By which FindDiagnosticLogger finds it; several loggers may share one.
   [[nodiscard]] const std::string& GetName() const noexcept;
 
  protected:
+  /// Makes it known to the process under `name`.
   explicit diagnostic_logger(const std::string& name);
   /// Hands `text` to every sink.
   void Emit(Level level, std::u16string_view text) const;
@@ -47,6 +51,7 @@ class FOUNDATION_EXPORT diagnostic_logger {
 template <class CharT>
 class FOUNDATION_EXPORT basic_diagnostic_logger final : public diagnostic_logger {
  public:
+  /// Known to the process under `name` until it is destroyed.
   explicit basic_diagnostic_logger(const std::string& name);
   ~basic_diagnostic_logger() override;
 
@@ -60,6 +65,7 @@ extern template class basic_diagnostic_logger<char16_t>;
 /// The oldest living logger of that name; null when there is none. Whoever asks must know that it lives on.
 [[nodiscard]] FOUNDATION_EXPORT diagnostic_logger* FindDiagnosticLogger(std::string_view name);
 
+/// Its end disconnects the sink.
 using SinkConnection = core::ScopedRelease;
 
 /// Calls `sink` with each record that is written from now on, on the writer's thread, until the connection goes. A

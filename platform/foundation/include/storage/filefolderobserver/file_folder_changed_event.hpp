@@ -1,5 +1,3 @@
-// What is posted when a file or folder may have changed. A value, safe to read from many threads; no storage is
-// touched.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +10,8 @@ namespace storage::filefolderobserver {
 /// Which frozen places a change concerns as well. So far there are none.
 enum class FrozenInclusion : std::uint32_t { None = 0 };
 
+/// What is posted when a file or folder may have changed. A value, safe to read from many threads; no storage is
+/// touched.
 class FOUNDATION_EXPORT FileFolderChangedEvent final : public foundation::msg_svc::eventmgr::Event {
  public:
   /// `path` is the text of the identifier of what has changed.
@@ -21,7 +21,9 @@ class FOUNDATION_EXPORT FileFolderChangedEvent final : public foundation::msg_sv
   ~FileFolderChangedEvent() override;
 
   [[nodiscard]] FileFolderChangedEvent* clone() const override;
+  /// The text of the identifier, in normal form.
   [[nodiscard]] const std::u16string& getPath() const noexcept { return path_; }
+  /// As it was given.
   [[nodiscard]] FrozenInclusion getFrozenInclusion() const noexcept { return frozenInclusion_; }
 
  private:

@@ -21,8 +21,11 @@ class NotificationMessage {
   NotificationMessage(std::vector<NotificationArgument> arguments, std::string identifier, std::string key) noexcept
       : arguments_(std::move(arguments)), identifier_(std::move(identifier)), key_(std::move(key)) {}
 
+  /// What fills the places in the text, in their order.
   [[nodiscard]] const std::vector<NotificationArgument>& GetArguments() const noexcept { return arguments_; }
+  /// The part of the catalog.
   [[nodiscard]] const std::string& GetIdentifier() const noexcept { return identifier_; }
+  /// The text within that part.
   [[nodiscard]] const std::string& GetKey() const noexcept { return key_; }
 
   friend bool operator==(const NotificationMessage&, const NotificationMessage&) = default;
@@ -39,7 +42,9 @@ class Notification {
   /// Leaves the notification as it was when it throws, which is only for want of memory.
   void Add(NotificationMessage message) { messages_.push_back(std::move(message)); }
 
+  /// Valid until the next Add.
   [[nodiscard]] const std::vector<NotificationMessage>& GetMessages() const noexcept { return messages_; }
+  /// Whether there is nothing that the user should hear about.
   [[nodiscard]] bool IsEmpty() const noexcept { return messages_.empty(); }
 
   friend bool operator==(const Notification&, const Notification&) = default;

@@ -1,7 +1,3 @@
-// Events between parts of one session: posted from any thread, delivered when somebody dispatches.
-//
-// Safe from any thread. A manager shares the events that are queued and owns the slots until their connections go. No
-// storage is touched.
 #pragma once
 
 #include <boost/smart_ptr/shared_ptr.hpp>
@@ -13,6 +9,7 @@
 
 namespace foundation::msg_svc::eventmgr {
 
+/// What is posted: an immutable value of a derived class, which slots recognise by a dynamic cast.
 class FOUNDATION_EXPORT Event {
  public:
   virtual ~Event();
@@ -25,12 +22,19 @@ class FOUNDATION_EXPORT Event {
   Event& operator=(const Event&) = default;
 };
 
+/// Its end disconnects the slot.
 using EventConnection = core::ScopedRelease;
 
+/// Events between parts of one session: posted from any thread, delivered when somebody dispatches.
+///
+/// Safe from any thread. A manager shares the events that are queued and owns the slots until their connections go. No
+/// storage is touched.
 class FOUNDATION_EXPORT EventMgr {
  public:
+  /// Called on the thread that dispatches, with the event that all slots share.
   using Slot = std::function<void(const boost::shared_ptr<const Event>&)>;
 
+  /// Nothing is queued and nobody connected.
   EventMgr();
   EventMgr(const EventMgr&) = delete;
   EventMgr& operator=(const EventMgr&) = delete;
@@ -56,6 +60,7 @@ class FOUNDATION_EXPORT EventMgr {
   std::unique_ptr<Impl> impl_;
 };
 
+/// Which manager is meant; so far there is one.
 enum EmId : int { SessionEmId };
 
 /// The manager that `id` stands for: the session's one, the same for every caller in the process. Throws

@@ -21,13 +21,14 @@ struct NormalForm;
 
 /// What an identifier points to. Never changed, never seen by a caller.
 struct IdentifierRecord : boost::intrusive_ref_counter<IdentifierRecord> {
+  /// Takes the parts over and computes the hash.
   explicit IdentifierRecord(NormalForm&& form);
 
-  std::u16string text;
-  std::size_t schemeLength;
-  std::size_t pathStart;
-  bool isRootless;
-  std::size_t hash;
+  std::u16string text;       ///< in normal form
+  std::size_t schemeLength;  ///< in code units, without the colon
+  std::size_t pathStart;     ///< where the path begins in the text
+  bool isRootless;           ///< that path has no separator in front
+  std::size_t hash;          ///< of the text
 };
 
 }  // namespace detail
@@ -56,6 +57,7 @@ class FOUNDATION_EXPORT AbsoluteIRI {
   AbsoluteIRI& operator=(const AbsoluteIRI&) noexcept = default;
   ~AbsoluteIRI() = default;
 
+  /// In lower case, without the colon.
   [[nodiscard]] std::u16string getScheme() const;
   /// The authority, decoded; empty when there is none.
   [[nodiscard]] std::u16string getHost() const;
@@ -82,7 +84,10 @@ class FOUNDATION_EXPORT AbsoluteIRI {
   /// Computed once, from the text. The same within one process.
   [[nodiscard]] std::size_t hashValue() const noexcept { return record_->hash; }
 
+  /// For hash tables that find it by its arguments.
   friend std::size_t hash_value(const AbsoluteIRI& iri) noexcept { return iri.hashValue(); }
+  /// Whether the texts in normal form are the same; links and letter case are not looked through. Different ones are
+  /// told apart by their hashes, as a rule.
   friend bool operator==(const AbsoluteIRI& left, const AbsoluteIRI& right) noexcept {
     if (left.record_ == right.record_) return true;
     return left.hashValue() == right.hashValue() && left.toString() == right.toString();
@@ -100,8 +105,10 @@ class FOUNDATION_EXPORT AbsoluteIRI {
 
 }  // namespace foundation::storage::vfs
 
+/// So that identifiers can be keys of hash tables.
 template <>
 struct std::hash<foundation::storage::vfs::AbsoluteIRI> {
+  /// O(1): it was computed when the identifier was made.
   [[nodiscard]] std::size_t operator()(const foundation::storage::vfs::AbsoluteIRI& iri) const noexcept {
     return iri.hashValue();
   }

@@ -1,5 +1,3 @@
-// The storage layer's one exception: a text that is no identifier, or an operation that storage refused. A value whose
-// copies share their content, so that copying never throws; safe to read from many threads.
 #pragma once
 
 #include <foundation/core/except/exception.hpp>
@@ -13,6 +11,8 @@ namespace foundation::storage::vfs {
 
 class AbsoluteIRI;
 
+/// The storage layer's one exception: a text that is no identifier, or an operation that storage refused. A value whose
+/// copies share their content, so that copying never throws; safe to read from many threads.
 class FOUNDATION_EXPORT Exception : public core::except::Exception<core::except::IInternalException> {
  public:
   /// `text` is malformed, for `reason`: `malformed identifier "ab%zz": ...`. The error is std::errc::invalid_argument.

@@ -1,5 +1,3 @@
-// A file of a storage system. A value made of an identifier and a handle, safe to read from many threads; making one
-// touches no storage.
 #pragma once
 
 #include <foundation/export.hpp>
@@ -9,11 +7,16 @@
 
 namespace foundation::storage::vfs {
 
+/// A file of a storage system. A value made of an identifier and a handle, safe to read from many threads; making one
+/// touches no storage.
 class FOUNDATION_EXPORT File {
  public:
+  /// Whatever is at `location`, or nothing; operations find out.
   File(const AbsoluteIRI& location, StorageSystemReference storageSystem);
 
+  /// The location as it was given, links and aliases not followed.
   [[nodiscard]] const AbsoluteIRI& getLocation() const noexcept { return location_; }
+  /// The storage that operations ask.
   [[nodiscard]] const StorageSystemReference& getStorageSystem() const noexcept { return storageSystem_; }
   /// The location with aliases and links followed, as IStorageProvider::CanonicalLocation says; its shown text is the
   /// location as it was given. Asks storage each time; throws Exception.

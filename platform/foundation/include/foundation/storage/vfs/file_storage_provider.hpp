@@ -1,6 +1,3 @@
-// The local file system as storage: names are bytes, taken through the codec that loses none of them.
-//
-// Stateless and safe from any thread; each operation holds at most one descriptor while it runs.
 #pragma once
 
 #include <foundation/export.hpp>
@@ -8,6 +5,9 @@
 
 namespace foundation::storage::vfs {
 
+/// The local file system as storage: names are bytes, taken through the codec that loses none of them.
+///
+/// Stateless and safe from any thread; each operation holds at most one descriptor while it runs.
 class FOUNDATION_EXPORT FileStorageProvider final : public IStorageProvider {
  public:
   FileStorageProvider();

@@ -1,5 +1,3 @@
-// A folder of a storage system. A value made of an identifier and a handle, safe to read from many threads; making one
-// touches no storage.
 #pragma once
 
 #include <foundation/export.hpp>
@@ -9,10 +7,14 @@
 
 namespace foundation::storage::vfs {
 
+/// A folder of a storage system. A value made of an identifier and a handle, safe to read from many threads; making one
+/// touches no storage.
 class FOUNDATION_EXPORT Folder {
  public:
+  /// Whatever is at `location`, or nothing; operations find out.
   Folder(const AbsoluteIRI& location, StorageSystemReference storageSystem);
 
+  /// The location as it was given, links and aliases not followed.
   [[nodiscard]] const AbsoluteIRI& getLocation() const noexcept { return location_; }
   /// The location with aliases and links followed, as IStorageProvider::CanonicalLocation says; its shown text is the
   /// location as it was given. Asks storage each time; throws Exception.

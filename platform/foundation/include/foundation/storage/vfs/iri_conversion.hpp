@@ -28,11 +28,12 @@ namespace foundation::storage::vfs {
 
 namespace detail {
 
-/// The public forms, for a given style. Windows: "C:\x" is file:///C:/x, "\\srv\share\x" is file://srv/share/x, and
-/// the prefix "\\?\" is dropped.
+/// The public form, for a given style. Windows: `C:\x` is `file:///C:/x`, `\\srv\share\x` is `file://srv/share/x`, and
+/// the prefix `\\?\` is dropped.
 [[nodiscard]] FOUNDATION_EXPORT AbsoluteIRI toAbsoluteIRI(const std::u16string& scheme,
                                                           const fl::filesystem::path& path,
                                                           fl::filesystem::detail::path_style style);
+/// The public form, for a given style: the way back.
 [[nodiscard]] FOUNDATION_EXPORT fl::filesystem::path fromAbsoluteIRI(const AbsoluteIRI& iri,
                                                                      fl::filesystem::detail::path_style style);
 

@@ -1,6 +1,3 @@
-// Storage in memory, for embedding and for tests: folders, files and links that behave as those of a disk do.
-//
-// Safe from any thread; one lock for the tree. The tree lives as long as the provider or any file of it that is open.
 #pragma once
 
 #include <foundation/export.hpp>
@@ -20,17 +17,22 @@ enum class NameComparison : std::uint8_t {
   IgnoreCase  ///< Unicode's full default case folding; a name keeps the spelling it was made with
 };
 
+/// Storage in memory, for embedding and for tests: folders, files and links that behave as those of a disk do.
+///
+/// Safe from any thread; one lock for the tree. The tree lives as long as the provider or any file of it that is open.
 class FOUNDATION_EXPORT MemoryStorageProvider final : public IStorageProvider {
  public:
+  /// An empty root, all of whose folders compare names like that.
   explicit MemoryStorageProvider(NameComparison comparison = NameComparison::Exact);
   ~MemoryStorageProvider() override;
 
-  /// The next three put things into the tree by their path text ("/a/b"), with all folders on the way; what was there
-  /// under that name is replaced, but a folder stays as it is for AddFolder. Throw Exception when a file stands in the
-  /// way.
+  /// Puts a file into the tree by its path text ("/a/b"), with all folders on the way; what was there under that name
+  /// is replaced. Throws Exception when a file stands in the way.
   void AddFile(std::u16string_view path, std::string_view bytes = {});
+  /// The same for a folder; one that is there already stays as it is.
   void AddFolder(std::u16string_view path);
-  /// A link to `target`: a path text, absolute or relative to the link's folder. Nothing needs to be there.
+  /// The same for a link to `target`: a path text, absolute or relative to the link's folder. Nothing needs to be
+  /// there.
   void AddLink(std::u16string_view path, std::u16string_view target);
 
   [[nodiscard]] FolderListing List(const AbsoluteIRI& folder) const override;

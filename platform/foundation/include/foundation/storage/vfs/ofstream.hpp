@@ -26,6 +26,7 @@ class FOUNDATION_EXPORT ofstream : public std::ostream {
   /// Throws Exception, and leaves the stream closed, when storage refuses; when a file is open already (and stays so);
   /// and when `mode` asks for anything else than writing.
   void open(const File& file, std::ios_base::openmode mode);
+  /// Whether there is a file to write to, failed or not.
   [[nodiscard]] bool is_open() const noexcept;
 
   /// Writes what is left and closes the file. Does nothing when none is open.

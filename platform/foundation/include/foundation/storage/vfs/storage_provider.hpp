@@ -1,9 +1,3 @@
-// What a storage has to offer: one small interface that every scheme is served by.
-//
-// Operations are const and may be called from several threads at once; a provider stands for storage that lives
-// elsewhere. An open file belongs to one thread at a time. Failures are Exceptions that carry the operation, the
-// location and the system's error; a rootless identifier always fails with std::errc::invalid_argument. A provider
-// looks at an identifier's authority and path, never at its scheme.
 #pragma once
 
 #include <chrono>
@@ -27,8 +21,8 @@ enum class FileKind : std::uint8_t { File, Folder, Other };
 /// Tells files and folders apart, whatever their names: equal as long as both exist exactly when they are the same
 /// one.
 struct FileIdentity {
-  std::uint64_t device = 0;
-  std::uint64_t inode = 0;
+  std::uint64_t device = 0;  ///< what holds it; means something within one provider only
+  std::uint64_t inode = 0;   ///< its number there
 
   friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
 };
@@ -36,9 +30,10 @@ struct FileIdentity {
 /// Since the epoch, as exact as the storage keeps it.
 using FileTime = std::chrono::sys_time<std::chrono::nanoseconds>;
 
+/// One name in a folder.
 struct ListedEntry {
-  std::u16string name;
-  FileKind kind = FileKind::Other;
+  std::u16string name;              ///< as it is stored, decoded, without separators
+  FileKind kind = FileKind::Other;  ///< of what it leads to, if it is a link
 
   friend bool operator==(const ListedEntry&, const ListedEntry&) = default;
 };
@@ -46,26 +41,28 @@ struct ListedEntry {
 /// An entry whose kind could not be found out: a link that could not be followed, though not because its target is
 /// missing or the links form a loop.
 struct ListingProblem {
-  std::u16string name;
-  std::error_code error;
+  std::u16string name;    ///< of the entry, which is not among those listed
+  std::error_code error;  ///< why it could not be followed
 };
 
+/// All that a folder holds, and what tells whether it still does.
 struct FolderListing {
-  std::vector<ListedEntry> entries;  ///< in no order, without "." and ".."
-  std::vector<ListingProblem> problems;
-  FileIdentity identity;              ///< the folder's own
-  FileTime modificationTime;          ///< the folder's own, read before its entries were
-  FileTime changeTime;                ///< likewise
-  FileTime readAt;                    ///< no change that the listing missed bears an earlier time than this
+  std::vector<ListedEntry> entries;      ///< in no order, without "." and ".."
+  std::vector<ListingProblem> problems;  ///< entries of unknown kind; the others are complete all the same
+  FileIdentity identity;                 ///< the folder's own
+  FileTime modificationTime;             ///< the folder's own, read before its entries were
+  FileTime changeTime;                   ///< likewise
+  FileTime readAt;                       ///< no change that the listing missed bears an earlier time than this
   std::vector<std::u16string> links;  ///< those of the entries that are links, so that their kinds are other folders'
 };
 
+/// What storage knows of a file or folder, its links followed.
 struct FileStatus {
-  FileKind kind = FileKind::Other;
-  std::uint64_t size = 0;
-  FileTime modificationTime;
-  FileTime changeTime;  ///< also of what else there is to know of it, its rights for one; nobody can set it back
-  FileIdentity identity;
+  FileKind kind = FileKind::Other;  ///< never that of a link
+  std::uint64_t size = 0;           ///< in bytes, of a file; of others whatever storage says
+  FileTime modificationTime;        ///< of its bytes, or of the names in it
+  FileTime changeTime;    ///< also of what else there is to know of it, its rights for one; nobody can set it back
+  FileIdentity identity;  ///< which file or folder it is
 };
 
 /// An open file, read from its beginning.
@@ -96,10 +93,13 @@ class FOUNDATION_EXPORT MappedBytes {
   MappedBytes& operator=(const MappedBytes&) = delete;
   virtual ~MappedBytes();
 
+  /// The first byte; null or not for an empty file. Valid as long as this object.
   [[nodiscard]] const std::byte* data() const noexcept { return bytes_.data(); }
+  /// In bytes: what the file held when it was mapped.
   [[nodiscard]] std::size_t size() const noexcept { return bytes_.size(); }
 
  protected:
+  /// `bytes` are kept readable by the derived class, until its destructor has run.
   explicit MappedBytes(std::span<const std::byte> bytes) noexcept : bytes_(bytes) {}
 
  private:
@@ -112,12 +112,19 @@ class FOUNDATION_EXPORT IFileLock {
   virtual ~IFileLock();
 };
 
+/// What becomes of a file that is there already.
 enum class WriteMode : std::uint8_t {
   CreateNew,  ///< fails when something of that name is there, even a link that leads nowhere
   Truncate,   ///< makes the file, or empties the one that is there
   Append      ///< makes the file, or goes on at its end; each write goes to the end as it then is
 };
 
+/// What a storage has to offer: one small interface that every scheme is served by.
+///
+/// Operations are const and may be called from several threads at once; a provider stands for storage that lives
+/// elsewhere. An open file belongs to one thread at a time. Failures are Exceptions that carry the operation, the
+/// location and the system's error; a rootless identifier always fails with std::errc::invalid_argument. A provider
+/// looks at an identifier's authority and path, never at its scheme.
 class FOUNDATION_EXPORT IStorageProvider {
  public:
   virtual ~IStorageProvider();
@@ -173,8 +180,10 @@ class FOUNDATION_EXPORT IStorageProvider {
 
 }  // namespace foundation::storage::vfs
 
+/// So that identities can be keys of hash tables.
 template <>
 struct std::hash<foundation::storage::vfs::FileIdentity> {
+  /// Pure. O(1).
   [[nodiscard]] std::size_t operator()(const foundation::storage::vfs::FileIdentity& identity) const noexcept {
     // Inode numbers are small and dense, devices few: one odd multiplier keeps them apart.
     return static_cast<std::size_t>(identity.inode + identity.device * 0x9E3779B97F4A7C15ULL);

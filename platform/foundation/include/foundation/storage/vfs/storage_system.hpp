@@ -1,7 +1,3 @@
-// The session's storage: which provider serves which scheme.
-//
-// There is one table per process, safe from any thread; it lasts until the process ends. Mounted providers are shared
-// with it for as long as they are mounted. No storage is touched here.
 #pragma once
 
 #include <foundation/core/scoped_release.hpp>
@@ -35,6 +31,10 @@ class FOUNDATION_EXPORT StorageSystemReference {
   std::shared_ptr<detail::MountTable> table_;
 };
 
+/// The session's storage: which provider serves which scheme.
+///
+/// There is one table per process, safe from any thread; it lasts until the process ends. Mounted providers are shared
+/// with it for as long as they are mounted. No storage is touched here.
 class FOUNDATION_EXPORT VornixStorageSystem {
  public:
   VornixStorageSystem() = delete;
