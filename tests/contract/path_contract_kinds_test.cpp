@@ -1,5 +1,6 @@
 // The kinds of paths that keep the contract: one line a kind, at the end.
 
+#include <map_path/map_path.hpp>
 #include <search_path_environment/cached_path.hpp>
 #include <search_path_environment/toolbox_cache_file.hpp>
 #include <search_path_utilities/composite_paths.hpp>
@@ -96,6 +97,30 @@ class OnDisk {
   static std::string BelowRoot(const std::u16string& path) { return fl::filesystem::to_bytes(path.substr(1)); }
 
   DiskFolder disk_;
+};
+
+/// Folders of a map.
+class InAMap {
+ public:
+  explicit InAMap(const Content& content) {
+    for (const Folder& folder : content) {
+      LayOut(
+          folder, folder.GetName(), [this](const std::u16string& path) { contents_[path]; },
+          [this](const std::u16string& path) {
+            const std::size_t cut = path.rfind(u'/');
+            contents_[path.substr(0, cut)].push_back(path.substr(cut + 1));
+          });
+    }
+  }
+
+  [[nodiscard]] PathPtr PathOver(const Content& folders) const {
+    std::vector<std::u16string> names;
+    for (const Folder& folder : folders) names.push_back(folder.GetName());
+    return std::make_shared<const map_path::MapPath>(names, contents_);
+  }
+
+ private:
+  map_path::FolderMap contents_;
 };
 
 /// `path`, which keeps `folders` as long as it is held itself.
@@ -219,6 +244,7 @@ INSTANTIATE_TEST_SUITE_P(EachKind, PathContract,
                          testing::Values(                                                         //
                              PathKind{"Fake", Leaf<Fake>},                                        //
                              PathKind{"CaselessFake", Leaf<CaselessFake>},                        //
+                             PathKind{"MapPath", Leaf<InAMap>},                                   //
                              PathKind{"FolderPathInMemory", Leaf<Memory>},                        //
                              PathKind{"FolderPathInCaselessMemory", Leaf<CaselessMemory>},        //
                              PathKind{"FolderPathOnDisk", Leaf<OnDisk>},                          //
