@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "command_syntax.hpp"
+#include "help_topics.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
@@ -47,6 +48,32 @@ constexpr CommandEntry kCommands[] = {{"which", AddWhich},
                                       {"split", AddSplit},
                                       {"iri", AddIri}};
 
+bool IsCommand(std::string_view name) {
+  return std::any_of(std::begin(kCommands), std::end(kCommands),
+                     [name](const CommandEntry& command) { return command.name == name; });
+}
+
+// `help` is another spelling of --help, and tells what concerns more than one command, besides. Says whether that was
+// all that was asked for; else `options` are what they are another spelling of.
+bool IsToldByHelp(std::vector<std::string>& options) {
+  if (options.empty() || options.front() != "help") return false;
+  if (options.size() > 2) throw UsageError("only one TOPIC is taken, not also \"" + Displayed(options[2]) + '"');
+
+  options.erase(options.begin());
+  if (!options.empty()) {
+    if (const auto text = HelpAbout(options.front())) {
+      std::cout << *text;
+      return true;
+    }
+    if (!IsCommand(options.front())) {
+      throw UsageError("there is no command or topic \"" + Displayed(options.front()) + "\"; topics are " +
+                       HelpTopics());
+    }
+  }
+  options.emplace_back("--help");
+  return false;
+}
+
 // All, or, where it is known already which one is meant, that one alone: to describe them takes longer than to find a
 // name.
 std::vector<CommandSyntax> CommandsFor(const std::vector<std::string>& options, CLI::App& app) {
@@ -67,11 +94,13 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   const std::vector<std::string> verbatim(doubleDash == arguments.end() ? doubleDash : std::next(doubleDash),
                                           arguments.end());
 
+  if (IsToldByHelp(options)) return ExitStatus::Yes;
   CLI::App app("Tells which file a name means on a search path, and why; keeps such a path.", "vornixpath");
   app.set_version_flag("--version", "vornixpath " VORNIXPATH_VERSION);
   app.require_subcommand(1);
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-  app.footer("'vornixpath COMMAND --help' tells more. What follows '--' is never taken as an option.");
+  app.footer("'vornixpath help COMMAND' tells more; so does 'vornixpath help TOPIC', of " + HelpTopics() +
+             ".\nWhat follows '--' is never taken as an option.");
   const std::vector<CommandSyntax> commands = CommandsFor(options, app);
 
   RequireCommand(app, options);
