@@ -44,7 +44,7 @@ boost::optional<AbsoluteIRI> ConvertUstringToAbsoluteIRI(const std::u16string& n
   } catch (const FailedToAbsolutizeException& failure) {
     const char* const key = KeyOf(failure.GetErrorCode());
     if (key == nullptr) throw;
-    warnings.Add(NotificationMessage({name}, kIdentifier, key));
+    warnings.Add(NotificationMessage::About(name, kIdentifier, key));
     return boost::none;
   }
 }

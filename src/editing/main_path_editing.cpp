@@ -55,7 +55,7 @@ Notification MissingOf(const Folders& folders, const FolderSet& given, const Fol
   Notification warnings;
   for (const AbsoluteIRI& folder : folders) {
     if (!missing.contains(folder)) continue;
-    warnings.Add(NotificationMessage({GetStringFromIRI(folder)}, "VORNIX:rmpath", "DirNotFound"));
+    warnings.Add(NotificationMessage::About(GetStringFromIRI(folder), "VORNIX:rmpath", "DirNotFound"));
   }
   return warnings;
 }

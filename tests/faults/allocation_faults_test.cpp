@@ -252,12 +252,12 @@ struct Edited {
 
 std::unique_ptr<Edited> AMainPath() {
   auto edited = std::make_unique<Edited>();
-  edited->folder.Reject(u"missing", 4);
+  edited->folder.Reject(u"a_folder_that_is_missing", 4);
   return edited;
 }
 
 void RefuseToEdits() {
-  static const std::vector<std::u16string> names = {u"c", u"missing", u"a"};
+  static const std::vector<std::u16string> names = {u"c", u"a_folder_that_is_missing", u"a"};
   static const std::vector<AbsoluteIRI> folders = FoldersAt("c a");
   RefuseEachRequest(
       "ConvertUstringToAbsoluteIRI", AMainPath,

@@ -21,6 +21,20 @@ class NotificationMessage {
   NotificationMessage(std::vector<NotificationArgument> arguments, std::string identifier, std::string key) noexcept
       : arguments_(std::move(arguments)), identifier_(std::move(identifier)), key_(std::move(key)) {}
 
+  NotificationMessage(const NotificationMessage& other)
+      : arguments_(Copied(other.arguments_)), identifier_(other.identifier_), key_(other.key_) {}
+  NotificationMessage(NotificationMessage&& other) noexcept = default;
+  NotificationMessage& operator=(const NotificationMessage& other) { return *this = NotificationMessage(other); }
+  NotificationMessage& operator=(NotificationMessage&& other) noexcept = default;
+  ~NotificationMessage() = default;
+
+  /// One about a single text. Copies no argument, as a braced list of them would.
+  [[nodiscard]] static NotificationMessage About(std::u16string argument, std::string identifier, std::string key) {
+    std::vector<NotificationArgument> arguments;
+    arguments.emplace_back(std::move(argument));
+    return {std::move(arguments), std::move(identifier), std::move(key)};
+  }
+
   /// What fills the places in the text, in their order.
   [[nodiscard]] const std::vector<NotificationArgument>& GetArguments() const noexcept { return arguments_; }
   /// The part of the catalog.
@@ -31,6 +45,17 @@ class NotificationMessage {
   friend bool operator==(const NotificationMessage&, const NotificationMessage&) = default;
 
  private:
+  // In libstdc++ 12, to run out of memory while a variant with a text is copied is undefined behaviour; to move one
+  // never fails.
+  static std::vector<NotificationArgument> Copied(const std::vector<NotificationArgument>& arguments) {
+    std::vector<NotificationArgument> copies;
+    copies.reserve(arguments.size());
+    for (const NotificationArgument& argument : arguments) {
+      std::visit([&copies](auto value) { copies.emplace_back(std::move(value)); }, argument);
+    }
+    return copies;
+  }
+
   std::vector<NotificationArgument> arguments_;
   std::string identifier_;
   std::string key_;
