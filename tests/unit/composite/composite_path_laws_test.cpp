@@ -142,7 +142,7 @@ TEST(CompositePathLaws, DeduplicatingTwiceEqualsOnce) {
 
   RandomSource random = RandomSource::OfThisRun(1302);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 50; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50); ++round) {
     ASSERT_NO_FATAL_FAILURE(ExpectDeduplicatingTwiceEqualsOnce(RandomComponents(random, Contents::Changing)));
   }
 }
@@ -157,7 +157,7 @@ TEST(CompositePathLaws, DeduplicatingNeverChangesAWinner) {
 TEST(CompositePathLaws, DeduplicatingNeverChangesWhichFileIsVisible) {
   RandomSource random = RandomSource::OfThisRun(1303);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 100; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(100); ++round) {
     const PathPtrs components = RandomComponents(random, Contents::Settled);
     const PathPtr joined = Over<ConcatenatedPath>(components);
     const PathPtr distinct = Over<DeduplicatedPath>(components);
@@ -186,7 +186,7 @@ TEST(CompositePathLaws, MaskingNothingChangesNothing) {
 TEST(CompositePathLaws, MaskingInTwoStepsEqualsMaskingAtOnceButForTheFirstMatch) {
   RandomSource random = RandomSource::OfThisRun(1402);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 50; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50); ++round) {
     const PathPtrs components = RandomComponents(random, Contents::Changing);
     const PathPtr path = Over<ConcatenatedPath>(components);
     std::vector<EntryPtr> inner;

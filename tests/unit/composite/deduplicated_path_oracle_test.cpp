@@ -67,7 +67,7 @@ TEST(DeduplicatedPathOracle, AgreesOnRandomPaths) {
   RandomSource random = RandomSource::OfThisRun(1301);
   SCOPED_TRACE(random.Describe());
 
-  for (int round = 0; round < 100; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(100); ++round) {
     ASSERT_NO_FATAL_FAILURE(ExpectAgreement(RandomComponents(random, Contents::Changing)));
   }
 }

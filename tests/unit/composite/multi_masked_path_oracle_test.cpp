@@ -122,7 +122,7 @@ TEST(MultiMaskedPathOracle, AgreesOnRandomPathsAndMasks) {
   RandomSource random = RandomSource::OfThisRun(1401);
   SCOPED_TRACE(random.Describe());
 
-  for (int round = 0; round < 100; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(100); ++round) {
     PathPtrs components = RandomComponents(random, Contents::Changing);
     const std::vector<EntryPtr> order = MainEntriesOf(components);
     const auto masked = RandomMasks(random, order);
