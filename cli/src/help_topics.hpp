@@ -6,7 +6,8 @@
 
 namespace vornixpath {
 
-/// What there is to know that concerns more than one command; nothing when `topic` is none. Lines of at most 80 columns.
+/// What there is to know that concerns more than one command; nothing when `topic` is none. Lines of at most 80
+/// columns.
 [[nodiscard]] std::optional<std::string_view> HelpAbout(std::string_view topic);
 
 /// The names of all topics, sorted, with ", " between them.

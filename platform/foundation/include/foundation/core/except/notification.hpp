@@ -21,9 +21,11 @@ class NotificationMessage {
   NotificationMessage(std::vector<NotificationArgument> arguments, std::string identifier, std::string key) noexcept
       : arguments_(std::move(arguments)), identifier_(std::move(identifier)), key_(std::move(key)) {}
 
+  /// A copy has arguments of its own.
   NotificationMessage(const NotificationMessage& other)
       : arguments_(Copied(other.arguments_)), identifier_(other.identifier_), key_(other.key_) {}
   NotificationMessage(NotificationMessage&& other) noexcept = default;
+  /// The same; when it throws, this message is as it was.
   NotificationMessage& operator=(const NotificationMessage& other) { return *this = NotificationMessage(other); }
   NotificationMessage& operator=(NotificationMessage&& other) noexcept = default;
   ~NotificationMessage() = default;
