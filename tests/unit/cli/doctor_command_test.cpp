@@ -6,6 +6,7 @@
 #include <unit/environment/memory_storage.hpp>
 
 #include "commands.hpp"
+#include "outcome.hpp"
 
 namespace vornixpath {
 namespace {
@@ -40,12 +41,10 @@ class DoctorWhereStorageRefuses : public testing::Test {
   }
 
   ExitStatus Run(const DoctorOptions& options) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const ExitStatus status = RunDoctor(options);
-    told_ = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    return status;
+    const Outcome outcome = OutcomeOf([&] { return RunDoctor(options); });
+    told_ = outcome.out;
+    EXPECT_EQ(outcome.err, "");
+    return outcome.status;
   }
 
   MemoryStorage storage_ = std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx"}));

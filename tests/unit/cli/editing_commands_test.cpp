@@ -9,6 +9,7 @@
 #include <unit/environment/memory_storage.hpp>
 
 #include "commands.hpp"
+#include "outcome.hpp"
 
 namespace vornixpath {
 namespace {
@@ -35,22 +36,6 @@ PathListOptions SessionsPath() {
   PathListOptions options;
   options.path.session = kSession;
   return options;
-}
-
-/// What a command said, and how it ended.
-struct Outcome {
-  ExitStatus status;
-  std::string out;
-  std::string err;
-};
-
-template <class Run>
-Outcome OutcomeOf(const Run& run) {
-  testing::internal::CaptureStdout();
-  testing::internal::CaptureStderr();
-  const ExitStatus status = run();
-  std::string out = testing::internal::GetCapturedStdout();
-  return {status, std::move(out), testing::internal::GetCapturedStderr()};
 }
 
 class EditingCommands : public testing::Test {

@@ -7,6 +7,7 @@
 #include <unit/environment/memory_storage.hpp>
 
 #include "commands.hpp"
+#include "outcome.hpp"
 
 namespace vornixpath {
 namespace {
@@ -38,12 +39,10 @@ class ShadowsWithAFileThatCannotBeRead : public testing::Test {
     options.path.session = kSession;
     options.newBaseline = "memory:///base";
     options.strict = strict;
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const ExitStatus status = RunShadows(options);
-    listed_ = testing::internal::GetCapturedStdout();
-    messages_ = testing::internal::GetCapturedStderr();
-    return status;
+    const Outcome outcome = OutcomeOf([&] { return RunShadows(options); });
+    listed_ = outcome.out;
+    messages_ = outcome.err;
+    return outcome.status;
   }
 
   MemoryStorage storage_ = std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx"}));

@@ -8,6 +8,7 @@
 #include <unit/environment/memory_storage.hpp>
 
 #include "commands.hpp"
+#include "outcome.hpp"
 
 namespace vornixpath {
 namespace {
@@ -42,13 +43,9 @@ class AQueryOfASnapshot : public testing::Test {
   template <class Run, class Options>
   std::string Asked(const Run& run, Options options) {
     options.path.snapshot = kFile;
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    run(options);
-    std::string out = testing::internal::GetCapturedStdout();
-    out += testing::internal::GetCapturedStderr();
-    EXPECT_EQ(calls_->GetCount(), 0U) << out;
-    return out;
+    const Outcome outcome = OutcomeOf([&] { return run(options); });
+    EXPECT_EQ(calls_->GetCount(), 0U) << outcome.out << outcome.err;
+    return outcome.out + outcome.err;
   }
 
   static PathOptions Masking(const std::string& folder) {
