@@ -91,13 +91,9 @@ void RefuseEachRequest(const std::string& name, const Make& make, const Ask& ask
       }
       left = watched.GetAlive();
     }
-    if (isRefused) {
-      ++refusals;
-      EXPECT_TRUE(keeps == Keeps::Something || left <= 0)
-          << left << " blocks left behind when request " << successes + 1 << " was refused";
-    } else {
-      EXPECT_TRUE(keeps == Keeps::Something || left <= 0) << left << " blocks left behind";
-    }
+    if (isRefused) ++refusals;
+    EXPECT_TRUE(keeps == Keeps::Something || left <= 0)
+        << left << " blocks left behind when request " << successes + 1 << " was refused";
     EXPECT_EQ(Shown(ask(*subject)), right) << "after request " << successes + 1 << " was refused";
     if (!isRefused || testing::Test::HasFailure()) return;
   }
@@ -168,13 +164,10 @@ void RefuseToPath(std::unique_ptr<Subject> (*make)()) {
   RefuseEachRequest("FindAllInScope", make, [](Subject& on) {
     return on.path->FindAllInScope(VisibleScope, detail::SearchTarget(kF, kExtensions), kPolicy);
   });
-  const PathEntryCallback stopAtPackages = [](const EntryPtr& entry) {
-    return entry->GetEntryType() != PathEntryType::Package;
-  };
-  RefuseEachRequest("ForEachEntry", make,
-                    [&](Subject& on) { return on.path->ForEachEntry(VisibleScope, stopAtPackages); });
+  const PathEntryCallback visitAll = [](const EntryPtr&) { return false; };
+  RefuseEachRequest("ForEachEntry", make, [&](Subject& on) { return on.path->ForEachEntry(VisibleScope, visitAll); });
   RefuseEachRequest("ConcurrentForEachEntry", make,
-                    [&](Subject& on) { return on.path->ConcurrentForEachEntry(VisibleScope, stopAtPackages); });
+                    [&](Subject& on) { return on.path->ConcurrentForEachEntry(VisibleScope, visitAll); });
   RefuseEachRequest("FirstEntryIsBeforeSecondOnPath", make,
                     [](Subject& on) { return on.path->FirstEntryIsBeforeSecondOnPath(*on.first, *on.below); });
   RefuseEachRequest("IsEntryOnPath", make, [](Subject& on) { return on.path->IsEntryOnPath(*on.below); });
