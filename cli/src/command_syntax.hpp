@@ -97,7 +97,8 @@ void AddSnapshotOption(CLI::App& command, PathOptions& path);
 void AddCacheFileOption(CLI::App& command, PathOptions& path);
 /// The same and --cache.
 void AddCacheOptions(CLI::App& command, PathOptions& path);
-void AddExtensionOption(CLI::App& command, std::string& extensions);
+/// `hint` ends the description.
+void AddExtensionOption(CLI::App& command, std::string& extensions, const std::string& hint = "");
 void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict);
 
 /// Throw UsageError.

@@ -39,12 +39,7 @@ CommandSyntax AddDoctor(CLI::App& app) {
   AddPackagesOption(command, options.path);
   AddMaskOption(command, options.path);
   AddCacheOptions(command, options.path);
-  command
-      .add_option("--ext", options.extensions,
-                  "The extensions of files that are looked for, in\n"
-                  "order, separated by commas; '' for none")
-      ->type_name(".A,.B")
-      ->capture_default_str();
+  AddExtensionOption(command, options.extensions);
   command.add_option("--min-score", typed->minScore, "End with 1 when the score is lower, and else with 0")
       ->type_name("N");
   command.add_flag("--strict", options.strict, "End with 3 when a folder or a file could not be read");

@@ -69,11 +69,8 @@ void AddCacheOptions(CLI::App& command, PathOptions& path) {
   AddCacheFileOption(command, path);
 }
 
-void AddExtensionOption(CLI::App& command, std::string& extensions) {
-  command
-      .add_option("--ext", extensions,
-                  "The extensions to try, in order, separated by commas;\n"
-                  "'' for none. An extension in NAME wins")
+void AddExtensionOption(CLI::App& command, std::string& extensions, const std::string& hint) {
+  command.add_option("--ext", extensions, "The extensions to try, in order, separated by commas;\n'' for none" + hint)
       ->type_name(".A,.B")
       ->capture_default_str();
 }

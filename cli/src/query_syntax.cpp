@@ -68,7 +68,7 @@ CommandSyntax AddWhich(CLI::App& app) {
   AddMaskOption(command, options->path);
   AddCacheOptions(command, options->path);
   AddFromOption(command, options->from);
-  AddExtensionOption(command, options->extensions);
+  AddExtensionOption(command, options->extensions, ". An extension in NAME wins");
   command.add_flag("--all", options->all, "List the winner and everything it hides");
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
   AddUnreadableIsFailureFlag(command, options->strict);
@@ -92,7 +92,7 @@ CommandSyntax AddWhy(CLI::App& app) {
   AddMaskOption(command, options->path);
   AddCacheOptions(command, options->path);
   AddFromOption(command, options->from);
-  AddExtensionOption(command, options->extensions);
+  AddExtensionOption(command, options->extensions, ". An extension in NAME wins");
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to file names");
   AddUnreadableIsFailureFlag(command, options->strict);
   AddJsonFlag(command, options->json);

@@ -42,12 +42,7 @@ CommandSyntax AddShadows(CLI::App& app) {
   AddPathOptions(command, options.path);
   AddMaskOption(command, options.path);
   AddCacheOptions(command, options.path);
-  command
-      .add_option("--ext", options.extensions,
-                  "The extensions that are tried, in order, separated\n"
-                  "by commas; '' for none")
-      ->type_name(".A,.B")
-      ->capture_default_str();
+  AddExtensionOption(command, options.extensions);
   command.add_flag("--strict", options.strict, "End with 3 when a folder or a file could not be read");
   command.add_option("--fail-on", typed->failOn, "End with 1 when something of that grade or a graver one\nis hidden")
       ->type_name("GRADE");
