@@ -74,8 +74,8 @@ endfunction()
 
 # spu_add_test(<name> [THREADS] SOURCES ... LIBRARIES ...)
 #
-# A GoogleTest program whose every test is a test of ctest; under a sanitizer the program is one. THREADS: some of them run threads; spu_tests_with_threads builds
-# all such programs, and `ctest -L threads` runs them.
+# A GoogleTest program whose every test is a test of ctest; under a sanitizer the program is one. THREADS: some of them
+# run threads; spu_tests_with_threads builds all such programs, and `ctest -L threads` runs them.
 add_custom_target(spu_tests_with_threads)
 if(BUILD_TESTING)
   # A third of what a test costs to compile, made once for all of them; -fpch-preprocess lets ccache see through it.

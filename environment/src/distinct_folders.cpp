@@ -177,9 +177,10 @@ class DistinctFolders::State {
   }
 
   std::optional<StorageSystemReference> storage_;
-  boost::unordered_flat_map<AbsoluteIRI, Spelling> spellings_;  // all that are on the list
-  boost::unordered_flat_map<PlaceInStorage, std::size_t, HashOfPlace>
-      places_;  // of the kept folders, as far as storage told
+  // Of all that are on the list.
+  boost::unordered_flat_map<AbsoluteIRI, Spelling> spellings_;
+  // Of the kept folders, as far as storage told.
+  boost::unordered_flat_map<PlaceInStorage, std::size_t, HashOfPlace> places_;
 };
 
 DistinctFolders::DistinctFolders(const std::vector<AbsoluteIRI>& folders)

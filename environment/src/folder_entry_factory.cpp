@@ -71,8 +71,8 @@ std::shared_ptr<const PathManagement::IPathEntry> FolderEntryFactory::CreateMain
   const auto& cache = memory_->cache;
   const bool isBlind = cache && cache->GetTrust() == CacheTrust::Blind;
   try {
-    if (FolderEntryPtr recorded = cache ? Recorded(folder, cache->GetRecords()) : nullptr)
-      return alive_->Settle(recorded);
+    const FolderEntryPtr recorded = cache ? Recorded(folder, cache->GetRecords()) : nullptr;
+    if (recorded) return alive_->Settle(recorded);
   } catch (const ToolboxCacheError&) {
     if (isBlind) throw;  // else the folder tells itself
   }

@@ -131,8 +131,9 @@ TEST(ChangedNamesAgainstEveryName, AreWhatAskingForEveryNameOnBothPathsTells) {
   RandomSource random = RandomSource::OfThisRun(20'271);
   SCOPED_TRACE(random.Describe());
   std::size_t changed = 0;
-  for (int pair = 0; pair < RandomSource::Rounds(400) && !HasFailure(); ++pair)
+  for (int pair = 0; pair < RandomSource::Rounds(400) && !HasFailure(); ++pair) {
     changed += CompareOnce(random, NameComparison::Exact);
+  }
   EXPECT_GT(changed, static_cast<std::size_t>(RandomSource::Rounds(1'000))) << "too little changes to show anything";
 }
 
