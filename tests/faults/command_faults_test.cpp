@@ -2,7 +2,9 @@
 // say what was in the way; and what was kept must stay whole.
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <fakes/failing_storage_provider.hpp>
 #include <iostream>
 #include <map>
@@ -242,9 +244,20 @@ const std::vector<Arguments> kCommands = {
     {"cache", "verify", "--cache-file", kCache},
     {"cache", "clear", "--cache-file", kCache},
     {"status", "--session", kSession, "--cache-file", kCache},
+    {"watch", "--session", kSession, "--poll", "0"},
 };
 
+// A signal that waits for it ends `watch` as soon as it has told what it watches, each time.
+void EndEveryWatch() {
+  sigset_t ending;
+  sigemptyset(&ending);
+  sigaddset(&ending, SIGTERM);
+  ASSERT_EQ(pthread_sigmask(SIG_BLOCK, &ending, nullptr), 0);
+  ASSERT_EQ(::kill(::getpid(), SIGTERM), 0);
+}
+
 TEST(EveryCommand, AnswersRightOrTellsWhatFailedAndLosesNothingWhicheverCallOfStorageFails) {
+  EndEveryWatch();
   Figures figures;
   for (const Arguments& arguments : kCommands) {
     for (const auto error : {std::errc::io_error, std::errc::permission_denied, std::errc::no_space_on_device}) {
