@@ -66,6 +66,11 @@ TEST_F(ConcatenatedPathOrder, GivesTheParentEntryThatTheFirstHolderNames) {
   EXPECT_THAT(GetOperations(), ElementsAre("first.IsEntryOnPath", "first.GetParentEntryForEntry"));
 }
 
+TEST_F(ConcatenatedPathOrder, KnowsNeitherTheMainEntryNorTheParentOfAStranger) {
+  EXPECT_EQ(path_.GetMainEntryForEntry(*stranger_), nullptr);
+  EXPECT_EQ(path_.GetParentEntryForEntry(*stranger_), nullptr);
+}
+
 TEST_F(ConcatenatedPathOrder, PassesTheVeryEntryOn) {
   const EntryPtr entry = components_.At("/a");
 
