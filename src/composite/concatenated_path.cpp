@@ -31,9 +31,9 @@ std::vector<PathPtr> PairOf(const PathPtr& first, const PathPtr& second) {
   return paths;
 }
 
+// Room grows as the vector sees fit: to reserve what each of many parts takes would move all there is for each of them.
 template <class T>
 void Append(std::vector<T>& all, const std::vector<T>& part) {
-  all.reserve(all.size() + part.size());
   all.insert(all.end(), part.begin(), part.end());
 }
 

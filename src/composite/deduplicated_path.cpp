@@ -46,9 +46,7 @@ std::vector<T> FirstAppearances(const std::vector<PathPtr>& components, const Li
   Seen seen;
   std::vector<T> firsts;
   for (const PathPtr& component : components) {
-    const auto list = listOf(*component);
-    firsts.reserve(firsts.size() + list.size());
-    for (const T& element : list) {
+    for (const T& element : listOf(*component)) {
       if (seen.IsNew(element)) firsts.push_back(element);
     }
   }
@@ -65,7 +63,6 @@ std::vector<EntryPtr> FirstEntries(const std::vector<PathPtr>& components, const
 class SharedList {
  public:
   explicit SharedList(std::shared_ptr<const std::vector<EntryPtr>> entries) : entries_(std::move(entries)) {}
-  [[nodiscard]] std::size_t size() const { return entries_->size(); }
   [[nodiscard]] auto begin() const { return entries_->begin(); }
   [[nodiscard]] auto end() const { return entries_->end(); }
 
