@@ -342,14 +342,14 @@ void RefuseToNotifications() {
       "NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges", make,
       [](Notified& on) {
         NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(changed, on.manager);
-        return on.manager.dispatch() > 0;
+        return on.session->dispatch() > 0;
       },
       Keeps::Something);
   RefuseEachRequest(
       "NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize", make,
       [](Notified& on) {
         NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(changed, on.manager);
-        return on.manager.dispatch() > 0;
+        return on.session->dispatch() > 0;
       },
       Keeps::Something);
 }
