@@ -68,7 +68,7 @@ TEST(ConcatenatedPath, KeepsTheOldMainEntriesWhenThoseOfAComponentChange) {
   EXPECT_THAT(*path.GetMainEntries(), ElementsAre(entry));
 }
 
-TEST(ConcatenatedPath, OutlivedByItsListOfMainEntries) {
+TEST(ConcatenatedPath, IsOutlivedByItsListOfMainEntries) {
   SharedEntries entries;
   {
     const RecordedComponents components;

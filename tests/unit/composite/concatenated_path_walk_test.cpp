@@ -62,12 +62,6 @@ TEST(ConcatenatedPath, LetsTheFailureOfASearchPass) {
       InjectedFailure);
 }
 
-// Both walks promise the same; the parameter says which is taken.
-struct Walk {
-  const char* operation;
-  bool (IPath::*walk)(SearchScope, const PathEntryCallback&) const;
-};
-
 class ConcatenatedPathWalk : public testing::TestWithParam<Walk> {
  protected:
   // The locations visited, until `last` has been; the result of the walk goes to `stopped_`.
@@ -122,9 +116,7 @@ TEST_P(ConcatenatedPathWalk, LetsTheFailureOfTheCallbackPass) {
   EXPECT_THAT(components_.log->GetOperations(), ElementsAre(Named("first")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Walks, ConcatenatedPathWalk,
-                         testing::Values(Walk{"ForEachEntry", &IPath::ForEachEntry},
-                                         Walk{"ConcurrentForEachEntry", &IPath::ConcurrentForEachEntry}),
+INSTANTIATE_TEST_SUITE_P(Walks, ConcatenatedPathWalk, testing::ValuesIn(kBothWalks),
                          [](const auto& instance) { return std::string(instance.param.operation); });
 
 }  // namespace

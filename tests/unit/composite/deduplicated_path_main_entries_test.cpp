@@ -59,7 +59,7 @@ TEST(DeduplicatedPath, KeepsTheOldMainEntriesWhenThoseOfAComponentChange) {
   EXPECT_THAT(LocationsOf(*path.GetMainEntries()), ElementsAre("/a"));
 }
 
-TEST(DeduplicatedPath, OutlivedByItsListOfMainEntries) {
+TEST(DeduplicatedPath, IsOutlivedByItsListOfMainEntries) {
   std::shared_ptr<const std::vector<EntryPtr>> entries;
   {
     const RepeatedComponents components;

@@ -26,12 +26,6 @@ using testing::Return;
 
 using Locations = std::vector<std::string>;
 
-// Both walks promise the same; the parameter says which is taken.
-struct Walk {
-  const char* operation;
-  bool (IPath::*walk)(SearchScope, const PathEntryCallback&) const;
-};
-
 class DeduplicatedPathWalk : public testing::TestWithParam<Walk> {
  protected:
   static bool Visit(const IPath& path, SearchScope scope, const PathEntryCallback& callback) {
@@ -210,13 +204,11 @@ TEST_P(DeduplicatedPathWalk, LetsTheFailureOfAComponentPass) {
   EXPECT_THROW(static_cast<void>(Visited(path_)), InjectedFailure);
 }
 
-INSTANTIATE_TEST_SUITE_P(Walks, DeduplicatedPathWalk,
-                         testing::Values(Walk{"ForEachEntry", &IPath::ForEachEntry},
-                                         Walk{"ConcurrentForEachEntry", &IPath::ConcurrentForEachEntry}),
+INSTANTIATE_TEST_SUITE_P(Walks, DeduplicatedPathWalk, testing::ValuesIn(kBothWalks),
                          [](const auto& instance) { return std::string(instance.param.operation); });
 
 // A derived path with its own idea of a walk.
-class Overriding : public DeduplicatedPath {
+class OverridingWalk : public DeduplicatedPath {
  public:
   using DeduplicatedPath::DeduplicatedPath;
 
@@ -231,7 +223,7 @@ class Overriding : public DeduplicatedPath {
 };
 
 TEST(DeduplicatedPath, WalksConcurrentlyByADerivedPathsOwnWalk) {
-  const Overriding path(PathPtrs{});
+  const OverridingWalk path(PathPtrs{});
   const PathEntryCallback callback = [](const EntryPtr&) { return false; };
 
   EXPECT_TRUE(path.ConcurrentForEachEntry(kEverything, callback));

@@ -71,7 +71,7 @@ TEST(MultiMaskedPath, KeepsTheOldMainEntriesWhenThoseOfThePathChange) {
   EXPECT_THAT(LocationsOf(*masked.GetMainEntries()), ElementsAre("/a"));
 }
 
-TEST(MultiMaskedPath, OutlivedByItsListOfMainEntries) {
+TEST(MultiMaskedPath, IsOutlivedByItsListOfMainEntries) {
   std::shared_ptr<const std::vector<EntryPtr>> entries;
   entries = MaskedFolders().Without({"/b"}).GetMainEntries();
 

@@ -24,12 +24,6 @@ using testing::NiceMock;
 using testing::Not;
 using testing::Return;
 
-// Both walks promise the same; the parameter says which is taken.
-struct Walk {
-  const char* operation;
-  bool (IPath::*walk)(SearchScope, const PathEntryCallback&) const;
-};
-
 class MultiMaskedPathWalk : public testing::TestWithParam<Walk> {
  protected:
   static bool Visit(const IPath& path, const PathEntryCallback& callback, SearchScope scope = kEverything) {
@@ -108,9 +102,7 @@ TEST_P(MultiMaskedPathWalk, LetsFailuresOfTheCallbackAndOfThePathPass) {
   EXPECT_FALSE(Visit(masked, goOn));
 }
 
-INSTANTIATE_TEST_SUITE_P(Walks, MultiMaskedPathWalk,
-                         testing::Values(Walk{"ForEachEntry", &IPath::ForEachEntry},
-                                         Walk{"ConcurrentForEachEntry", &IPath::ConcurrentForEachEntry}),
+INSTANTIATE_TEST_SUITE_P(Walks, MultiMaskedPathWalk, testing::ValuesIn(kBothWalks),
                          [](const auto& instance) { return std::string(instance.param.operation); });
 
 }  // namespace

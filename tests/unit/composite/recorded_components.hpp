@@ -49,6 +49,14 @@ struct RecordedComponents {
   }
 };
 
+/// Both walks promise the same; a test takes one after the other.
+struct Walk {
+  const char* operation;
+  bool (IPath::*walk)(SearchScope, const PathEntryCallback&) const;
+};
+inline const std::vector<Walk> kBothWalks = {{"ForEachEntry", &IPath::ForEachEntry},
+                                             {"ConcurrentForEachEntry", &IPath::ConcurrentForEachEntry}};
+
 /// Passes for a call that got the very array of kEverything, and kPolicy.
 MATCHER(GotTheSameScopeAndPolicy, "") {
   return arg.scope && arg.scope->begin() == std::begin(kEveryKind) && arg.scope->end() == std::end(kEveryKind) &&
