@@ -20,22 +20,8 @@ if(SPU_SANITIZE)
   target_link_options(spu_compile_options INTERFACE -fsanitize=${SPU_SANITIZE})
 endif()
 
-# spu_add_shared_library(<folder> EXPORT_HEADER <a/b/export.hpp> EXPORT_MACRO <PREFIX> SOURCES ... HEADERS ...)
-#
-# A shared library `spu_<folder>`, alias `search_path_utilities::<folder>`: hidden by default, public headers below include/,
-# each of which must compile by itself.
-function(spu_add_shared_library folder)
-  cmake_parse_arguments(ARG "" "EXPORT_HEADER;EXPORT_MACRO;TARGET" "SOURCES;HEADERS" ${ARGN})
-  set(target spu_${folder})
-  if(ARG_TARGET)
-    set(target ${ARG_TARGET})
-  endif()
-  set(generated ${CMAKE_CURRENT_BINARY_DIR}/generated)
-
-  add_library(${target} SHARED ${ARG_SOURCES})
-  add_library(search_path_utilities::${folder} ALIAS ${target})
-  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_MACRO} EXPORT_FILE_NAME ${generated}/${ARG_EXPORT_HEADER})
-  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS include ${generated} FILES ${ARG_HEADERS} ${generated}/${ARG_EXPORT_HEADER})
+# spu_finish_shared_library(<target>): what every shared library of ours is, whatever it is made of.
+function(spu_finish_shared_library target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:spu_compile_options>)
   if(NOT SPU_SANITIZE)
@@ -44,6 +30,23 @@ function(spu_add_shared_library folder)
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# spu_add_shared_library(<folder> EXPORT_HEADER <a/b/export.hpp> EXPORT_MACRO <PREFIX> SOURCES ... HEADERS ...)
+#
+# A shared library `spu_<folder>`, alias `search_path_utilities::<folder>`: hidden by default, public headers below include/,
+# each of which must compile by itself.
+function(spu_add_shared_library folder)
+  cmake_parse_arguments(ARG "" "EXPORT_HEADER;EXPORT_MACRO" "SOURCES;HEADERS" ${ARGN})
+  set(target spu_${folder})
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/generated)
+
+  add_library(${target} SHARED ${ARG_SOURCES})
+  add_library(search_path_utilities::${folder} ALIAS ${target})
+  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_MACRO} EXPORT_FILE_NAME ${generated}/${ARG_EXPORT_HEADER})
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS include ${generated}
+    FILES ${ARG_HEADERS} ${generated}/${ARG_EXPORT_HEADER})
+  spu_finish_shared_library(${target})
 endfunction()
 
 # spu_add_family(<folder> SOURCES ... SEES ...)
