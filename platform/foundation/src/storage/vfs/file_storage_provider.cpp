@@ -192,7 +192,7 @@ void FileStorageProvider::FlushFolder(const AbsoluteIRI& folder) const {
 
 void FileStorageProvider::Rename(const AbsoluteIRI& from, const AbsoluteIRI& to) const {
   const Operation operation("rename", from);
-  const Operation destination("rename to", to);
+  static_cast<void>(Operation("rename to", to));  // refuses a rootless one
   if (::rename(NativeNameOf(from).c_str(), NativeNameOf(to).c_str()) == -1) operation.Fail(SystemError());
 }
 

@@ -294,6 +294,16 @@ std::size_t LengthOfScheme(std::u16string_view text) noexcept {
   return colon;
 }
 
+std::vector<std::u16string> Split(std::u16string_view text, char16_t separator) {
+  std::vector<std::u16string> names;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(separator), text.size());
+    if (end > 0) names.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return names;
+}
+
 void AppendEscaped(std::u16string& text, std::u16string_view segment) {
   for (std::size_t index = 0; index < segment.size(); ++index) {
     const char16_t unit = segment[index];

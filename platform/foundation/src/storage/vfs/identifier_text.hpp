@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace foundation::storage::vfs::detail {
 
@@ -27,6 +28,9 @@ struct NormalForm {
 
 /// How many characters of `text` stand before its first ':' as a well-formed scheme; 0 when there is none.
 [[nodiscard]] std::size_t LengthOfScheme(std::u16string_view text) noexcept;
+
+/// The runs of `text` between separators; none is empty.
+[[nodiscard]] std::vector<std::u16string> Split(std::u16string_view text, char16_t separator);
 
 /// Appends `segment`, decoded text, with escapes where they are needed. Halves of characters are copied as they are,
 /// for Normalize to refuse.

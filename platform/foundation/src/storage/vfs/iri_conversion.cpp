@@ -14,6 +14,7 @@ namespace foundation::storage::vfs {
 
 namespace {
 
+using detail::Split;
 using Path = fl::filesystem::path;
 using fl::filesystem::detail::native_style;
 using fl::filesystem::detail::path_style;
@@ -25,16 +26,6 @@ struct NativeParts {
   std::vector<std::u16string> anchor;
   std::vector<std::u16string> names;
 };
-
-std::vector<std::u16string> Split(std::u16string_view text, char16_t separator) {
-  std::vector<std::u16string> names;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(separator), text.size());
-    if (end > 0) names.emplace_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return names;
-}
 
 std::u16string Join(const std::vector<std::u16string>& names, char16_t separator) {
   std::u16string text;

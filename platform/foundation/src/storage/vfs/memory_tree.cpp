@@ -6,6 +6,8 @@
 #include <fl/filesystem/case_folding.hpp>
 #include <utility>
 
+#include "identifier_text.hpp"
+
 namespace foundation::storage::vfs::detail {
 
 namespace {
@@ -19,12 +21,7 @@ std::uint64_t NextDevice() noexcept {
 
 /// The components of a link's target, the last one first.
 std::vector<std::u16string> ReversedComponents(std::u16string_view path) {
-  std::vector<std::u16string> components;
-  while (!path.empty()) {
-    const std::size_t end = std::min(path.find(u'/'), path.size());
-    if (end > 0) components.emplace_back(path.substr(0, end));
-    path.remove_prefix(std::min(end + 1, path.size()));
-  }
+  std::vector<std::u16string> components = Split(path, u'/');
   std::reverse(components.begin(), components.end());
   return components;
 }

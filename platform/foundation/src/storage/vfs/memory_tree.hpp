@@ -61,16 +61,21 @@ class MemoryTree {
   class Walk;
 
   [[nodiscard]] std::u16string KeyOf(const std::u16string& name) const;
+  /// Where a path leads, or why nowhere.
   [[nodiscard]] Place Look(std::vector<std::u16string> names, LastLink lastLink) const;
   [[nodiscard]] Place Look(const Operation& operation, LastLink lastLink) const;
+  /// The same, but fails when nothing is there.
   [[nodiscard]] Place Find(const Operation& operation, LastLink lastLink) const;
   [[nodiscard]] MemoryNodePtr FindFile(const Operation& operation) const;
   [[nodiscard]] FileKind KindOf(const Place& folder, const MemoryFolder::Child& child) const;
 
   [[nodiscard]] FileTime Now() const;
+  /// A new node at `place`, instead of what is there.
   MemoryNodePtr Put(const Place& place, decltype(MemoryNode::content) content);
+  /// Takes the name at `place` out of its folder.
   void Take(const Place& place);
   void MakeFolders(const Operation& operation, const std::vector<std::u16string>& names);
+  /// Makes the folders on the way and puts `content` there, but never over a folder.
   void Replace(const Operation& operation, decltype(MemoryNode::content) content);
   void RequireReplaceable(const Operation& operation, const Place& from, const Place& to) const;
 

@@ -104,9 +104,27 @@ void RequireFile(const Operation& operation, const Descriptor& opened) {
   if (!S_ISREG(status.st_mode)) operation.Fail(std::errc::not_supported);
 }
 
+// Opens the file at the operation's location. Never waits for a device or a FIFO, and fails for whatever is not a file.
+Descriptor OpenFile(const Operation& operation, int flags) {
+  constexpr int always = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  constexpr mode_t permissions = 0666;
+  const std::string name = NativeNameOf(operation.GetLocation());
+  Descriptor file(Uninterrupted([&] { return ::open(name.c_str(), flags | always, permissions); }));
+  if (!file.IsOpen()) operation.Fail(SystemError());
+  RequireFile(operation, file);
+  return file;
+}
+
+// Whether the open file still bears its name: somebody may have removed it, and then another stands there, or none.
+bool IsStillThere(const Operation& operation, const Descriptor& file) {
+  struct stat named = {};
+  if (::stat(NativeNameOf(operation.GetLocation()).c_str(), &named) != 0) return false;
+  return IdentityOf(named) == IdentityOf(StatusOf(operation, file));
+}
+
 }  // namespace
 
-std::error_code SystemError(int number) noexcept { return {number, std::system_category()}; }
+std::error_code SystemError() noexcept { return {errno, std::system_category()}; }
 
 Descriptor::~Descriptor() {
   if (IsOpen()) ::close(descriptor_);
@@ -141,16 +159,6 @@ std::string NativeNameOf(const AbsoluteIRI& location) {
   return toNativePath(location, fl::filesystem::detail::native_style).string();
 }
 
-Descriptor OpenFile(const Operation& operation, int flags) {
-  constexpr int always = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-  constexpr mode_t permissions = 0666;
-  const std::string name = NativeNameOf(operation.GetLocation());
-  Descriptor file(Uninterrupted([&] { return ::open(name.c_str(), flags | always, permissions); }));
-  if (!file.IsOpen()) operation.Fail(SystemError());
-  RequireFile(operation, file);
-  return file;
-}
-
 std::unique_ptr<IReadableFile> OpenNativeForReading(const AbsoluteIRI& location) {
   return std::make_unique<NativeReadableFile>(location, OpenFile(Operation("open", location), O_RDONLY));
 }
@@ -174,18 +182,6 @@ std::shared_ptr<const MappedBytes> MapNative(const AbsoluteIRI& location) {
   if (address == MAP_FAILED) operation.Fail(SystemError());
   return std::make_shared<const NativeMapping>(std::span(static_cast<std::byte*>(address), size));
 }
-
-namespace {
-
-// Whether the open file still bears its name: somebody may have removed it, and then another stands there, or none.
-bool IsStillThere(const Operation& operation, const Descriptor& file) {
-  struct stat named = {};
-  if (::stat(NativeNameOf(operation.GetLocation()).c_str(), &named) != 0) return false;
-  const struct stat held = StatusOf(operation, file);
-  return named.st_dev == held.st_dev && named.st_ino == held.st_ino;
-}
-
-}  // namespace
 
 std::unique_ptr<IFileLock> LockNative(const AbsoluteIRI& location, std::chrono::milliseconds timeout) {
   constexpr std::chrono::milliseconds pause(5);

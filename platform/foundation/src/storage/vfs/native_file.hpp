@@ -13,8 +13,8 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// The system's error `number`, by default that of the last call.
-[[nodiscard]] std::error_code SystemError(int number = errno) noexcept;
+/// The error of the last system call.
+[[nodiscard]] std::error_code SystemError() noexcept;
 
 /// Makes a system call again for as long as a signal interrupts it.
 template <class Call>
@@ -53,16 +53,12 @@ class Descriptor {
 /// The status of what is open as `descriptor`.
 [[nodiscard]] struct stat StatusOf(const Operation& operation, const Descriptor& descriptor);
 
-/// Opens the file at the operation's location. Never waits for a device or a FIFO, and fails for whatever is not a
-/// file.
-[[nodiscard]] Descriptor OpenFile(const Operation& operation, int flags);
-
 [[nodiscard]] std::unique_ptr<IReadableFile> OpenNativeForReading(const AbsoluteIRI& location);
 [[nodiscard]] std::unique_ptr<IWritableFile> OpenNativeForWriting(const AbsoluteIRI& location, WriteMode mode);
 [[nodiscard]] std::shared_ptr<const MappedBytes> MapNative(const AbsoluteIRI& location);
 [[nodiscard]] std::unique_ptr<IFileLock> LockNative(const AbsoluteIRI& location, std::chrono::milliseconds timeout);
 
-/// The bytes that name the operation's location to the system.
+/// The bytes that name `location` to the system. Throws Exception for what names nothing there.
 [[nodiscard]] std::string NativeNameOf(const AbsoluteIRI& location);
 
 }  // namespace foundation::storage::vfs::detail

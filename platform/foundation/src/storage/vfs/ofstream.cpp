@@ -42,12 +42,10 @@ class ofstream::Buffer final : public std::streambuf {
     file->Close();
   }
 
-  [[nodiscard]] bool TryToClose() noexcept {
+  void CloseQuietly() noexcept {
     try {
       if (IsOpen()) Close();
-      return true;
-    } catch (...) {
-      return false;
+    } catch (...) {  // NOLINT(bugprone-empty-catch): a destructor has nobody to tell
     }
   }
 
@@ -85,7 +83,7 @@ class ofstream::Buffer final : public std::streambuf {
 
 ofstream::ofstream() : std::ostream(nullptr), buffer_(std::make_unique<Buffer>()) { rdbuf(buffer_.get()); }
 
-ofstream::~ofstream() { static_cast<void>(buffer_->TryToClose()); }
+ofstream::~ofstream() { buffer_->CloseQuietly(); }
 
 void ofstream::open(const File& file, std::ios_base::openmode mode) {
   if (is_open()) {
