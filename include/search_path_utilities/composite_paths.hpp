@@ -115,8 +115,8 @@ class SEARCH_PATH_UTILITIES_EXPORT DeduplicatedPath : public ConcatenatedPath {
 /// Another path with some of its main entries hidden, and with them their method entries and the files in all of those.
 ///
 /// Entries are told apart as objects, not by location. Each is expected to be a main entry of the path. A stranger
-/// hides nothing where the path puts strangers behind its entries. A method entry is not masked, and yet its whole
-/// position is taken out of the lists. `GetMainEntryForEntry`, `GetParentEntryForEntry` and
+/// hides nothing where the path puts strangers behind its entries. A method entry among them is not masked itself, and
+/// yet its whole position is taken out of the lists. `GetMainEntryForEntry`, `GetParentEntryForEntry` and
 /// `FirstEntryIsBeforeSecondOnPath` answer for hidden entries as well.
 ///
 /// Lists that the path gives in its order lose what is hidden by two binary searches for each masked entry. Exceptions

@@ -30,11 +30,12 @@ std::vector<EntryPtr> WithoutNull(std::vector<EntryPtr> entries) {
 const IPathEntry& EntryOf(const EntryPtr& entry) { return *entry; }
 const IPathEntry& EntryOf(const FoundItem& found) { return *found.GetPathEntry(); }
 
-// Of entries, or of items by their entries, that stand in the order of `path`, those at one position.
+// Where, in a list of entries, or of items by their entries, that stands in the order of `path`, those at the position
+// of `entry` begin and end.
 template <class List>
-class Position {
+class Stretch {
  public:
-  Position(const IPath& path, const IPathEntry& entry) : path_(path), entry_(entry) {}
+  Stretch(const IPath& path, const IPathEntry& entry) : path_(path), entry_(entry) {}
 
   [[nodiscard]] auto Begin(const List& list) const {
     return std::partition_point(list.begin(), list.end(), [this](const auto& element) {
@@ -55,9 +56,9 @@ class Position {
 template <class List>
 List WithoutPositionsOf(const std::vector<EntryPtr>& masked, const IPath& path, List list) {
   for (const EntryPtr& entry : masked) {
-    const Position<List> position(path, *entry);
-    const auto begin = position.Begin(list);
-    list.erase(begin, position.End(begin, list));
+    const Stretch<List> stretch(path, *entry);
+    const auto begin = stretch.Begin(list);
+    list.erase(begin, stretch.End(begin, list));
   }
   return list;
 }
@@ -135,7 +136,7 @@ boost::optional<FoundItem> MultiMaskedPath::FindFirstInScope(SearchScope scope, 
   // Deliberately in the order in which the masks were given, and only the first item after each.
   const std::vector<FoundItem> all = UnderlyingPath->FindAllInScope(scope, target, policy);
   for (const EntryPtr& masked : MaskedEntries) {
-    const auto next = Position<std::vector<FoundItem>>(*UnderlyingPath, *masked).End(all.begin(), all);
+    const auto next = Stretch<std::vector<FoundItem>>(*UnderlyingPath, *masked).End(all.begin(), all);
     if (next != all.end() && !IsMasked(*next->GetPathEntry())) return *next;
   }
   return boost::none;

@@ -106,6 +106,8 @@ class OccurrenceIndex {
     content = MarkFor(HashOf(sequence_[position])) | position;
   }
 
+  // So a mark ends with bit 42 of the hash: above it are the bits that choose one of 2^21 slots, those of a million
+  // elements. In longer sequences both share some bits, and a mark tells less.
   static constexpr int kMarkShift = 11;
 
   const Container& sequence_;

@@ -41,7 +41,7 @@ Folders WithoutRepeats(const FolderRange& folders, FolderSet& seen) {
 
 Folders Without(const FolderSet& given, const Folders& list) {
   Folders kept;
-  kept.reserve(list.size() + given.size());
+  kept.reserve(list.size() + given.size());  // those given follow in the same vector when they are added at the end
   std::copy_if(list.begin(), list.end(), std::back_inserter(kept),
                [&given](const AbsoluteIRI& folder) { return !given.contains(folder); });
   return kept;

@@ -16,7 +16,7 @@ namespace Quorvex::PathManagement {
 namespace {
 
 using EntryPtr = std::shared_ptr<const IPathEntry>;
-using Names = PartialPathname::iterator;
+using NameIterator = PartialPathname::iterator;
 
 // A name within the text of a folder, in the form that the tokenizer fills in.
 class Component : public std::u16string_view {
@@ -46,7 +46,7 @@ class Components {
   const Names names_;
 };
 
-using Folders = Components::Names::const_reverse_iterator;
+using FolderIterator = Components::Names::const_reverse_iterator;
 
 bool MatchesLeniently(const std::u16string& wanted, std::u16string folder, const FilenameComparator& matches) {
   if (matches(wanted, folder)) return true;
@@ -66,12 +66,13 @@ bool MatchesStrictly(const std::u16string& wanted, const std::u16string& folder,
 // How far a comparison from the end came: to the first pair that differs, or to where either side begins.
 struct Progress {
   bool isPartialUsedUp;
-  Folders folder;  // the innermost one that was not matched
+  FolderIterator folder;  // the innermost one that was not matched
 };
 
 template <class IsMatch>
-Progress CompareFromTheEnd(const Names& first, Names last, const Components& folders, const IsMatch& isMatch) {
-  Folders folder = folders.Innermost();
+Progress CompareFromTheEnd(const NameIterator& first, NameIterator last, const Components& folders,
+                           const IsMatch& isMatch) {
+  FolderIterator folder = folders.Innermost();
   for (; folder != folders.End() && last != first; ++folder) {
     if (!isMatch(*--last, std::u16string(*folder))) return {false, folder};
   }
@@ -79,7 +80,7 @@ Progress CompareFromTheEnd(const Names& first, Names last, const Components& fol
 }
 
 // Whether the enclosing folders, from the innermost outwards, may go unnamed: no package before the first plain folder.
-bool MayGoUnnamed(Folders folder, const Folders& end) {
+bool MayGoUnnamed(FolderIterator folder, const FolderIterator& end) {
   for (; folder != end; ++folder) {
     const PathEntryType kind = GetPathEntryTypeFromBaseName(std::u16string(*folder));
     if (kind == PathEntryType::Package) return false;
@@ -96,7 +97,7 @@ bool IsOutsideAnyPackage(const IPath& path, EntryPtr entry) {
 }
 
 // Whether the names end the location of a main entry. Unlike elsewhere, the folder comes first in a comparison.
-bool EndLocationOf(const IPathEntry& mainEntry, const Names& first, const Names& last,
+bool EndLocationOf(const IPathEntry& mainEntry, const NameIterator& first, const NameIterator& last,
                    const FilenameComparator& matches) {
   const Components folders(mainEntry.GetAbsoluteIRI().getPath());
   const auto isMatch = [&](const auto& wanted, const auto& folder) { return matches(folder, wanted); };
@@ -121,8 +122,8 @@ bool DoesPartialPathnameMatchPathEntryIRI(
 bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path, const PartialPathname& partial,
                                           std::shared_ptr<const IPathEntry> entry,
                                           const FilenameMatchingPolicy& policy) {
-  const Names first = partial.begin();
-  for (Names last = partial.end(); last != first; --last) {
+  const NameIterator first = partial.begin();
+  for (NameIterator last = partial.end(); last != first; --last) {
     const auto comparator = entry->GetFilenameComparator(policy);
     if (!MatchesLeniently(*std::prev(last), entry->GetAbsoluteIRI().getName(), detail::OrEmpty(comparator)))
       return false;

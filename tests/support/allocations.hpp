@@ -20,7 +20,7 @@ class Allocations {
   [[nodiscard]] std::size_t GetCount() const;
   /// Those of all blocks together.
   [[nodiscard]] std::size_t GetBytes() const;
-  /// How many more of the blocks asked for since are held than of those asked for before were given back.
+  /// Blocks asked for since, less all that were given back since, those of before included.
   [[nodiscard]] std::ptrdiff_t GetAlive() const;
   /// The largest number of blocks that were held at once, of those asked for since.
   [[nodiscard]] std::size_t GetMostAlive() const;

@@ -23,8 +23,8 @@ class RandomSource {
   }
 
   /// How often to try something that is tried `usual` times: as many per cent of that as the environment variable
-  /// SPU_TEST_PERCENT says. Fewer under a sanitizer, to which ten times the same are no more than once; more in a long
-  /// run.
+  /// SPU_TEST_PERCENT says. Fewer under a sanitizer, which finds in the tenth round what it finds in the first;
+  /// more in a long run.
   [[nodiscard]] static int Rounds(int usual) {
     const char* const asked = std::getenv("SPU_TEST_PERCENT");  // NOLINT(concurrency-mt-unsafe): nobody sets variables
     return asked == nullptr ? usual : std::max(1, usual * std::atoi(asked) / 100);

@@ -35,7 +35,9 @@ class FailingStorageProvider::Plans final : public IStorageObserver {
     const std::lock_guard lock(mutex_);
     std::optional<std::error_code> error;
     for (Plan& plan : plans_) {
-      if (Matches(plan.fault, operation, location) && IsDue(plan) && !error) error = plan.fault.error;
+      if (!Matches(plan.fault, operation, location)) continue;
+      ++plan.matchingCalls;
+      if (IsDue(plan) && !error) error = plan.fault.error;
     }
     if (!error) return;
     ++failureCount_;
@@ -48,9 +50,7 @@ class FailingStorageProvider::Plans final : public IStorageObserver {
     std::size_t matchingCalls;
   };
 
-  /// Counts one more matching call.
-  static bool IsDue(Plan& plan) {
-    ++plan.matchingCalls;
+  static bool IsDue(const Plan& plan) {
     const bool isPersistent = plan.fault.persistence == Persistence::Persistent;
     return isPersistent ? plan.matchingCalls >= plan.fault.call : plan.matchingCalls == plan.fault.call;
   }

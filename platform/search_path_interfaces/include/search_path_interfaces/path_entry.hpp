@@ -44,16 +44,17 @@ class SEARCH_PATH_INTERFACES_EXPORT IPathEntry {
   /// The entry of the private subfolder; null when there is none.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetPrivateEntry() const = 0;
 
-  /// The entry's other single method entry; null when there is none.
+  /// The entry's other single method entry, in our paths that of the resources subfolder; null when there is none.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetSecondSingleEntry() const = 0;
 
-  /// The first of three groups of method entries directly below this entry, in the order of a walk; never null.
+  /// The first of three groups of method entries directly below this entry, in the order of a walk; in our paths the
+  /// class folders, by name. Never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetFirstEntryGroup()
       const = 0;
-  /// The group that follows the first one in a walk; never null.
+  /// The group that follows the first one in a walk, in our paths the packages, by name; never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetSecondEntryGroup()
       const = 0;
-  /// The last group of a walk; never null.
+  /// The last group of a walk, in our paths auxiliary folders; never null.
   [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> GetThirdEntryGroup()
       const = 0;
 

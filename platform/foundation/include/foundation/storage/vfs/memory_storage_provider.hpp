@@ -26,8 +26,9 @@ class FOUNDATION_EXPORT MemoryStorageProvider final : public IStorageProvider {
   explicit MemoryStorageProvider(NameComparison comparison = NameComparison::Exact);
   ~MemoryStorageProvider() override;
 
-  /// Puts a file into the tree by its path text ("/a/b"), with all folders on the way; what was there under that name
-  /// is replaced. Throws Exception when a file stands in the way.
+  /// Puts a file into the tree by its path text ("/a/b"), with all folders on the way; a file or link that was there
+  /// under that name is replaced. Throws Exception when a folder bears that name, when something else than a folder
+  /// stands in the way, and when the path is relative.
   void AddFile(std::u16string_view path, std::string_view bytes = {});
   /// The same for a folder; one that is there already stays as it is.
   void AddFolder(std::u16string_view path);

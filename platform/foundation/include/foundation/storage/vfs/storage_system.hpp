@@ -13,7 +13,7 @@ namespace detail {
 class MountTable;
 }
 
-/// Takes what was mounted away again when it goes, and so restores what was there before. Handles may go in any order.
+/// When it goes, what was mounted is taken away again, and what was there before is back. Handles may go in any order.
 using MountHandle = core::ScopedRelease;
 
 /// A handle on a storage system, cheap to copy. Sees each mount as soon as it is made.
