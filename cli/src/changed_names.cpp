@@ -52,10 +52,10 @@ class Gathering {
       const LetterCase letterCase = LetterCaseIn(*place.entry);
       isCaseIgnored_ = isCaseIgnored_ || letterCase == LetterCase::MakesNoDifference;
       AddNameOfClass(place, letterCase);
-      ForEachOffer(place, [&](std::u16string_view name, bool isForClass) {
+      ForEachOffer(place, typed_, [&](std::u16string_view name, bool isForClass) {
         hashes_.insert(HashOf(place.hash, name));
         if (isForClass) hashes_.insert(HashOf(FoldedHash(), name));
-        if (place.isUsual) names_.insert(NameOf(place, name, isForClass));
+        if (place.isUsual) names_.insert(OfferedName(place, name, isForClass));
       });
     }
   }
@@ -64,9 +64,9 @@ class Gathering {
   void AddUnchanged(const std::vector<NamePlace>& places) {
     for (const NamePlace& place : places) {
       if (!place.isUsual || !MayMeet(place)) continue;
-      ForEachOffer(place, [&](std::u16string_view name, bool isForClass) {
+      ForEachOffer(place, typed_, [&](std::u16string_view name, bool isForClass) {
         const std::uint64_t hash = HashOf(isForClass ? FoldedHash() : place.hash, name);
-        if (hashes_.contains(hash)) names_.insert(NameOf(place, name, isForClass));
+        if (hashes_.contains(hash)) names_.insert(OfferedName(place, name, isForClass));
       });
     }
   }
@@ -91,20 +91,6 @@ class Gathering {
   static std::uint64_t HashOf(FoldedHash folders, std::u16string_view name) {
     folders.Add(name);
     return folders.Value();
-  }
-
-  static std::u16string NameOf(const NamePlace& place, std::u16string_view name, bool isForClass) {
-    std::u16string folders = isForClass ? std::u16string() : place.folders;
-    return folders.append(name);
-  }
-
-  // Calls `visit` with each name to be typed, without its folders, and whether it answers for a class.
-  void ForEachOffer(const NamePlace& place, const std::function<void(std::u16string_view, bool)>& visit) {
-    const LetterCase letterCase = LetterCaseIn(*place.entry);
-    ForEachName(*place.entry, [&](std::u16string_view baseName, std::u16string_view extension) {
-      const std::u16string_view name = typed_.NameFor(baseName, extension, letterCase);
-      if (!name.empty()) visit(name, AnswersForClass(place, baseName, letterCase));
-    });
   }
 
   TypedNames typed_;

@@ -33,4 +33,18 @@ bool AnswersForClass(const NamePlace& place, std::u16string_view baseName, Lette
   return letterCase == LetterCase::Counts ? className == baseName : fold_case(className) == fold_case(baseName);
 }
 
+void ForEachOffer(const NamePlace& place, TypedNames& typed,
+                  const std::function<void(std::u16string_view, bool)>& visit) {
+  const LetterCase letterCase = LetterCaseIn(*place.entry);
+  ForEachName(*place.entry, [&](std::u16string_view baseName, std::u16string_view extension) {
+    const std::u16string_view name = typed.NameFor(baseName, extension, letterCase);
+    if (!name.empty()) visit(name, AnswersForClass(place, baseName, letterCase));
+  });
+}
+
+std::u16string OfferedName(const NamePlace& place, std::u16string_view name, bool isForClass) {
+  std::u16string folders = isForClass ? std::u16string() : place.folders;
+  return folders.append(name);
+}
+
 }  // namespace vornixpath

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <search_path_interfaces/path_entry.hpp>
+#include <string>
 #include <string_view>
 
 #include "name_places.hpp"
@@ -22,5 +23,13 @@ void ForEachName(const Quorvex::PathManagement::IPathEntry& folder,
 
 /// Whether the file of this base name answers for its class, as that of its name does of a class in no package.
 [[nodiscard]] bool AnswersForClass(const NamePlace& place, std::u16string_view baseName, LetterCase letterCase);
+
+/// Calls `visit` with each name to be typed for a file in `place`, without the folders before it, and whether it
+/// answers for a class; the text is valid until it returns.
+void ForEachOffer(const NamePlace& place, TypedNames& typed,
+                  const std::function<void(std::u16string_view name, bool isForClass)>& visit);
+
+/// What people type for one of them.
+[[nodiscard]] std::u16string OfferedName(const NamePlace& place, std::u16string_view name, bool isForClass);
 
 }  // namespace vornixpath

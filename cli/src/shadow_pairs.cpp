@@ -1,6 +1,8 @@
 #include "shadow_pairs.hpp"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 #include <tuple>
 #include <utility>
 
@@ -48,6 +50,12 @@ std::vector<ShadowPair> PairsOf(std::vector<GradedShadow> shadows, const IPath& 
     pairs.back().shadows.push_back(std::move(next.shadow));
   }
   return pairs;
+}
+
+std::size_t CountNames(const ShadowPair& pair) {
+  std::set<std::u16string_view> names;
+  for (const GradedShadow& graded : pair.shadows) names.insert(graded.shadow.name);
+  return names.size();
 }
 
 AcceptedShadow AcceptedFor(const ShadowPair& pair, const GradedShadow& shadow) {

@@ -31,6 +31,9 @@ struct ShadowPair {
 [[nodiscard]] std::vector<ShadowPair> PairsOf(std::vector<GradedShadow> shadows,
                                               const Quorvex::PathManagement::IPath& path, const FolderNumbers& numbers);
 
+/// How many names are told of the pair: one may stand for several things that are hidden.
+[[nodiscard]] std::size_t CountNames(const ShadowPair& pair);
+
 /// As a baseline remembers one of the pair.
 [[nodiscard]] AcceptedShadow AcceptedFor(const ShadowPair& pair, const GradedShadow& shadow);
 

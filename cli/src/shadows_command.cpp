@@ -5,7 +5,6 @@
 #include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/location_from_text.hpp>
-#include <set>
 #include <stdexcept>
 
 #include "commands.hpp"
@@ -17,6 +16,7 @@
 #include "path_troubles.hpp"
 #include "shadow_baseline_file.hpp"
 #include "shadows_report.hpp"
+#include "unread_files.hpp"
 #include "unread_folder.hpp"
 
 namespace vornixpath {
@@ -24,17 +24,6 @@ namespace vornixpath {
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
-
-// Whether there is any. A file is told once, however many it was to be compared with.
-bool WarnOfUnreadFiles(const std::vector<ShadowPair>& pairs) {
-  std::set<std::string> reasons;
-  for (const ShadowPair& pair : pairs) {
-    for (const GradedShadow& graded : pair.shadows) {
-      if (!graded.unread.empty() && reasons.insert(graded.unread).second) WriteWarning(graded.unread);
-    }
-  }
-  return !reasons.empty();
-}
 
 // `verb` is what cannot be done with a malformed one.
 AbsoluteIRI LocationOfBaseline(const std::string& verb, const std::string& name) {

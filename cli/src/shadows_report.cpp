@@ -4,10 +4,10 @@
 #include <boost/json/value.hpp>
 #include <fl/filesystem/displayed_text.hpp>
 #include <iostream>
-#include <set>
 
 #include "file_location.hpp"
 #include "json_parts.hpp"
+#include "labelled_line.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 
@@ -18,15 +18,6 @@ namespace {
 namespace json = boost::json;
 using fl::filesystem::to_displayed_text;
 
-// Two files of one name that stand directly in their folders need no further word.
-std::string PlacesInWords(const ShadowPair& pair, const Shadow& shadow) {
-  const std::string winner = to_displayed_text(PlaceWithin(pair.hiding.location, LocationOf(shadow.winner)));
-  const std::string hidden = to_displayed_text(PlaceWithin(pair.hidden.location, shadow.hidden));
-  if (winner != hidden)
-    return ": " + winner + (shadow.likeness == Likeness::OtherLetterCase ? " would hide " : " hides ") + hidden;
-  return winner.find('/') == std::string::npos ? "" : ": " + winner;
-}
-
 std::string LineFor(const ShadowPair& pair, const GradedShadow& graded) {
   const std::string grade(NameOf(graded.grade));
   constexpr std::size_t kLongestGrade = 11;
@@ -35,9 +26,7 @@ std::string LineFor(const ShadowPair& pair, const GradedShadow& graded) {
 }
 
 std::string HeadingFor(const ShadowPair& pair) {
-  std::set<std::u16string> names;
-  for (const GradedShadow& graded : pair.shadows) names.insert(graded.shadow.name);
-  const std::string count = std::to_string(names.size()) + (names.size() == 1 ? " name" : " names");
+  const std::string count = Counted(CountNames(pair), "name");
   const std::string hiding = ShownText(pair.hiding.location);
   if (pair.hiding == pair.hidden) return hiding + " hides " + count + " of its own";
   return hiding + " hides " + count + " of " + ShownText(pair.hidden.location);
@@ -77,6 +66,14 @@ json::object EffectToJson(const BaselineEffect& effect) {
 }
 
 }  // namespace
+
+std::string PlacesInWords(const ShadowPair& pair, const Shadow& shadow) {
+  const std::string winner = to_displayed_text(PlaceWithin(pair.hiding.location, LocationOf(shadow.winner)));
+  const std::string hidden = to_displayed_text(PlaceWithin(pair.hidden.location, shadow.hidden));
+  if (winner != hidden)
+    return ": " + winner + (shadow.likeness == Likeness::OtherLetterCase ? " would hide " : " hides ") + hidden;
+  return winner.find('/') == std::string::npos ? "" : ": " + winner;
+}
 
 void WriteAsLines(const ShadowsReport& report) {
   for (const ShadowPair& pair : report.pairs) {
