@@ -28,25 +28,12 @@ struct CommandEntry {
 };
 
 // In the order of the help.
-constexpr CommandEntry kCommands[] = {{"which", AddWhich},
-                                      {"why", AddWhy},
-                                      {"match", AddMatch},
-                                      {"files", AddFiles},
-                                      {"shadows", AddShadows},
-                                      {"path", AddPath},
-                                      {"packages", AddPackages},
-                                      {"status", AddStatus},
-                                      {"doctor", AddDoctor},
-                                      {"cache", AddCache},
-                                      {"snapshot", AddSnapshot},
-                                      {"compare", AddCompare},
-                                      {"watch", AddWatch},
-                                      {"add", AddAdd},
-                                      {"remove", AddRemove},
-                                      {"undo", AddUndo},
-                                      {"log", AddLog},
-                                      {"split", AddSplit},
-                                      {"iri", AddIri}};
+constexpr CommandEntry kCommands[] = {
+    {"which", AddWhich},     {"why", AddWhy},       {"match", AddMatch},       {"files", AddFiles},
+    {"shadows", AddShadows}, {"path", AddPath},     {"packages", AddPackages}, {"status", AddStatus},
+    {"doctor", AddDoctor},   {"report", AddReport}, {"cache", AddCache},       {"snapshot", AddSnapshot},
+    {"compare", AddCompare}, {"watch", AddWatch},   {"add", AddAdd},           {"remove", AddRemove},
+    {"undo", AddUndo},       {"log", AddLog},       {"split", AddSplit},       {"iri", AddIri}};
 
 bool IsCommand(std::string_view name) {
   return std::any_of(std::begin(kCommands), std::end(kCommands),

@@ -98,6 +98,14 @@ struct DoctorOptions {
   bool json = false;
 };
 
+/// A page about a path.
+struct ReportOptions {
+  std::string file;
+  PathOptions path;                 ///< without a cache: each folder is read, and how long that takes is told
+  std::string extensions = ".vnx";  ///< as for `which`
+  bool strict = false;
+};
+
 struct PathListOptions {
   PathOptions path;
   bool onlyDistinct = false;  ///< without the later spellings of a folder
@@ -190,7 +198,7 @@ struct IriOptions {
 using Command =
     std::variant<WhichOptions, WhyOptions, MatchOptions, FilesOptions, ShadowsOptions, PathListOptions, PackagesOptions,
                  SnapshotOptions, CompareOptions, WatchOptions, AddOptions, RemoveOptions, UndoOptions, LogOptions,
-                 SplitOptions, IriOptions, CacheOptions, StatusOptions, DoctorOptions>;
+                 SplitOptions, IriOptions, CacheOptions, StatusOptions, DoctorOptions, ReportOptions>;
 
 /// What the arguments, without the program's name, ask for; or the status to end with at once, help or the version
 /// having been written to standard output. Throws UsageError. What follows the first "--" is taken as it is.

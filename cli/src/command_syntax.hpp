@@ -57,6 +57,9 @@ CommandSyntax AddShadows(CLI::App& app);
 // doctor_syntax.cpp
 CommandSyntax AddDoctor(CLI::App& app);
 
+// report_syntax.cpp
+CommandSyntax AddReport(CLI::App& app);
+
 // snapshot_syntax.cpp
 CommandSyntax AddSnapshot(CLI::App& app);
 CommandSyntax AddCompare(CLI::App& app);

@@ -2,6 +2,7 @@
 
 #include "command_line.hpp"
 #include "exit_status.hpp"
+#include "timed_reading.hpp"
 
 namespace vornixpath {
 
@@ -27,5 +28,7 @@ ExitStatus RunIri(const IriOptions& options);
 ExitStatus RunCache(const CacheOptions& options);
 ExitStatus RunStatus(const StatusOptions& options);
 ExitStatus RunDoctor(const DoctorOptions& options);
+/// `clock` tells how long folders take to be read.
+ExitStatus RunReport(const ReportOptions& options, const SteadyClock& clock);
 
 }  // namespace vornixpath

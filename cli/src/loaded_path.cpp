@@ -48,10 +48,13 @@ std::optional<std::size_t> FindIndex(const FolderPath& path, const Predicate& is
 }  // namespace
 
 LoadedPath::LoadedPath(const FolderList& folders, const Folders& masks)
-    : LoadedPath(folders, DistinctFolders(folders.GetFolders(), Storage()), FolderEntryFactory(Storage()), masks) {}
+    : LoadedPath(folders, FolderEntryFactory(Storage()), masks) {}
 
 LoadedPath::LoadedPath(const Folders& folders, const Folders& masks)
     : LoadedPath(FolderList("", [folders](std::string_view /*origin*/) { return folders; }), masks) {}
+
+LoadedPath::LoadedPath(const FolderList& folders, const IPathEntryFactory& entries, const Folders& masks)
+    : LoadedPath(folders, DistinctFolders(folders.GetFolders(), Storage()), entries, masks) {}
 
 LoadedPath::LoadedPath(const FolderList& folders, const ToolboxCache& cache, const Folders& masks)
     : LoadedPath(folders, DistinctAsFarAs(cache.GetTrust(), folders), FolderEntryFactory(Storage(), cache), masks) {}

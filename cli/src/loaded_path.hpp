@@ -36,6 +36,10 @@ class LoadedPath {
   /// The same, with what `cache` holds of some of them.
   LoadedPath(const FolderList& folders, const Quorvex::PathEnvironment::ToolboxCache& cache, const Folders& masks);
 
+  /// The same, with what `entries` makes of each of them: a FolderEntry.
+  LoadedPath(const FolderList& folders, const Quorvex::PathManagement::IPathEntryFactory& entries,
+             const Folders& masks);
+
   /// The path of that list, or the first folders of it, which a cache holds.
   LoadedPath(const FolderList& folders, std::shared_ptr<const Quorvex::PathEnvironment::CachedPath> cached,
              const Folders& masks);

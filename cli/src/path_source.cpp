@@ -175,6 +175,12 @@ FolderList Joined(const FolderList& list, const std::vector<AbsoluteIRI>& furthe
           }};
 }
 
+void WarnOfIdleMasks(const LoadedPath& path) {
+  for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
+    WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
+  }
+}
+
 }  // namespace
 
 std::vector<AbsoluteIRI> FoldersFromSession(const std::optional<std::string>& name) {
@@ -199,9 +205,14 @@ LoadedPath LoadPath(const PathOptions& options, const std::vector<AbsoluteIRI>& 
   LoadedPath path = options.snapshot
                         ? LoadedPath(SnapshotIn(*options.snapshot), masks)
                         : LoadListed(Joined(ListFor(options), further), CacheChoice(options), masks, countDeciding);
-  for (const AbsoluteIRI& mask : path.GetIdleMasks()) {
-    WriteWarning(Quoted(TextOf(mask)) + " is no folder of the path, so that masking it hides nothing");
-  }
+  WarnOfIdleMasks(path);
+  return path;
+}
+
+LoadedPath LoadPathThrough(const Quorvex::PathManagement::IPathEntryFactory& entries, const PathOptions& options,
+                           const std::vector<AbsoluteIRI>& further) {
+  LoadedPath path(Joined(ListFor(options), further), entries, MasksFrom(options.masks));
+  WarnOfIdleMasks(path);
   return path;
 }
 

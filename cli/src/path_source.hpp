@@ -2,6 +2,7 @@
 
 #include <foundation/storage/vfs/absolute_iri.hpp>
 #include <optional>
+#include <search_path_interfaces/factories.hpp>
 #include <string>
 #include <vector>
 
@@ -34,5 +35,10 @@ namespace vornixpath {
 [[nodiscard]] LoadedPath LoadPath(const PathOptions& options,
                                   const std::vector<foundation::storage::vfs::AbsoluteIRI>& further = {},
                                   const CountDeciding& countDeciding = CountAll);
+
+/// The same without a snapshot or a cache: each folder is what `entries` makes of it, a FolderEntry.
+[[nodiscard]] LoadedPath LoadPathThrough(const Quorvex::PathManagement::IPathEntryFactory& entries,
+                                         const PathOptions& options,
+                                         const std::vector<foundation::storage::vfs::AbsoluteIRI>& further);
 
 }  // namespace vornixpath

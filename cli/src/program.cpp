@@ -1,5 +1,6 @@
 #include "program.hpp"
 
+#include <chrono>
 #include <exception>
 #include <search_path_environment/toolbox_cache_error.hpp>
 
@@ -31,6 +32,7 @@ ExitStatus Run(const IriOptions& options) { return RunIri(options); }
 ExitStatus Run(const CacheOptions& options) { return RunCache(options); }
 ExitStatus Run(const StatusOptions& options) { return RunStatus(options); }
 ExitStatus Run(const DoctorOptions& options) { return RunDoctor(options); }
+ExitStatus Run(const ReportOptions& options) { return RunReport(options, std::chrono::steady_clock::now); }
 
 ExitStatus RunArguments(const std::vector<std::string>& arguments) {
   const auto command = ParseCommandLine(arguments);

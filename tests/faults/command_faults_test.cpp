@@ -72,6 +72,8 @@ const std::string kSession = "memory:///state/path";
 const std::u16string kSavedPath = u"/state/path";
 const std::string kCache = "memory:///cache/toolbox";
 const std::string kSnapshot = "memory:///kept/snapshot";
+const std::string kPage = "memory:///kept/page.html";
+const std::string kOldPage = "<!DOCTYPE html>\n<!-- vornixpath report, version 1 -->\n<p>old</p>\n</html>\n";
 
 /// A path with all that a folder may hold, packages, a snapshot of it, and a cache.
 MemoryStorage UsualStorage() {
@@ -81,6 +83,7 @@ MemoryStorage UsualStorage() {
   storage.WithFolders({u"/c", u"/state", u"/cache", u"/kept"});
   storage.GetProvider().AddFile(u"/packages/geometry.json",
                                 R"({"component": "geometry", "root": "geometry", "pathFolders": ["."]})");
+  storage.GetProvider().AddFile(u"/kept/page.html", kOldPage);
   return storage;
 }
 
@@ -182,10 +185,22 @@ class Sweep {
     for (const auto& [path, bytes] : before_) {
       EXPECT_TRUE(tree.contains(path) || !after_.contains(path)) << "gone: " << testing::PrintToString(path);
     }
+    ExpectWholePages(tree, outcome);
     ExpectCanWork({"log", "--session", kSession});
     ExpectCanWork({"compare", kSnapshot, "saved", "--session", kSession});
     if (tree.contains(u"/cache/toolbox")) {
       ExpectCanWork({"cache", "verify", "--cache-file", kCache});
+    }
+  }
+
+  // The old page, or a new one from beginning to end.
+  void ExpectWholePages(const Tree& tree, const Outcome& outcome) const {
+    const bool isWritten = arguments_.front() == "report" && outcome.status == ExitStatus::Yes;
+    EXPECT_TRUE(isWritten == (tree.at(u"/kept/page.html") != kOldPage || tree.contains(u"/kept/new.html")));
+    for (const auto& [path, bytes] : tree) {
+      if (path.ends_with(u".html")) {
+        EXPECT_TRUE(bytes.starts_with("<!DOCTYPE html>\n") && bytes.ends_with("</html>\n")) << bytes;
+      }
     }
   }
 
@@ -227,6 +242,8 @@ const std::vector<Arguments> kCommands = {
     {"shadows", "--session", kSession, "--cache", "off"},
     {"doctor", "--session", kSession, "--cache-file", kCache},
     {"doctor", "--session", kSession, "--cache", "off", "--json", "--packages", "memory:///packages"},
+    {"report", "--html", kPage, "--session", kSession},
+    {"report", "--html", "memory:///kept/new.html", "--session", kSession, "--packages", "memory:///packages"},
     {"path", "--session", kSession},
     {"path", "--session", kSession, "--json"},
     {"packages", "memory:///packages"},
