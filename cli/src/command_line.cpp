@@ -35,39 +35,35 @@ constexpr CommandEntry kCommands[] = {
     {"compare", AddCompare}, {"watch", AddWatch},   {"add", AddAdd},           {"remove", AddRemove},
     {"undo", AddUndo},       {"log", AddLog},       {"split", AddSplit},       {"iri", AddIri}};
 
-bool IsCommand(std::string_view name) {
-  return std::any_of(std::begin(kCommands), std::end(kCommands),
-                     [name](const CommandEntry& command) { return command.name == name; });
+// The command called `name`, or none.
+const CommandEntry* FindCommand(std::string_view name) {
+  const auto* const found = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                         [name](const CommandEntry& command) { return command.name == name; });
+  return found == std::end(kCommands) ? nullptr : found;
 }
 
-// `help` is another spelling of --help, and tells what concerns more than one command, besides. Says whether that was
-// all that was asked for; else `options` are what they are another spelling of.
-bool IsToldByHelp(std::vector<std::string>& options) {
-  if (options.empty() || options.front() != "help") return false;
-  if (options.size() > 2) throw UsageError("only one TOPIC is taken, not also \"" + Displayed(options[2]) + '"');
+bool AsksForHelp(const std::vector<std::string>& options) { return !options.empty() && options.front() == "help"; }
 
-  options.erase(options.begin());
-  if (!options.empty()) {
-    if (const auto text = HelpAbout(options.front())) {
-      std::cout << *text;
-      return true;
-    }
-    if (!IsCommand(options.front())) {
-      throw UsageError("there is no command or topic \"" + Displayed(options.front()) + "\"; topics are " +
-                       HelpTopics());
-    }
+// The text to answer with, when help is asked for about what concerns more than one command.
+std::optional<std::string_view> TextOfTopic(const std::vector<std::string>& help) {
+  if (help.size() > 2) throw UsageError("only one TOPIC is taken, not also \"" + Displayed(help[2]) + '"');
+  return help.size() == 2 ? HelpAbout(help[1]) : std::nullopt;
+}
+
+// The same question as `help`, with --help.
+std::vector<std::string> WithHelpAsOption(const std::vector<std::string>& help) {
+  if (help.size() == 1) return {"--help"};
+  if (FindCommand(help[1]) == nullptr) {
+    throw UsageError("there is no command or topic \"" + Displayed(help[1]) + "\"; topics are " + HelpTopics());
   }
-  options.emplace_back("--help");
-  return false;
+  return {help[1], "--help"};
 }
 
 // All, or, where it is known already which one is meant, that one alone: to describe them takes longer than to find a
 // name.
 std::vector<CommandSyntax> CommandsFor(const std::vector<std::string>& options, CLI::App& app) {
-  const std::string_view first = options.empty() ? std::string_view() : options.front();
-  const auto* const meant = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                         [first](const CommandEntry& command) { return command.name == first; });
-  if (meant != std::end(kCommands)) return {meant->add(app)};
+  const CommandEntry* const meant = options.empty() ? nullptr : FindCommand(options.front());
+  if (meant != nullptr) return {meant->add(app)};
   std::vector<CommandSyntax> all;
   for (const CommandEntry& command : kCommands) all.push_back(command.add(app));
   return all;
@@ -81,7 +77,14 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
   const std::vector<std::string> verbatim(doubleDash == arguments.end() ? doubleDash : std::next(doubleDash),
                                           arguments.end());
 
-  if (IsToldByHelp(options)) return ExitStatus::Yes;
+  if (AsksForHelp(options)) {
+    if (const auto text = TextOfTopic(options)) {
+      std::cout << *text;
+      return ExitStatus::Yes;
+    }
+    options = WithHelpAsOption(options);
+  }
+
   CLI::App app("Tells which file a name means on a search path, and why; keeps such a path.", "vornixpath");
   app.set_version_flag("--version", "vornixpath " VORNIXPATH_VERSION);
   app.require_subcommand(1);
