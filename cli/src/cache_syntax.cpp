@@ -1,22 +1,30 @@
 // The commands about the cache, and about the state of all that is kept.
 
-#include <map>
+#include <algorithm>
+#include <array>
+#include <ranges>
+#include <string_view>
+#include <utility>
 
 #include "command_syntax.hpp"
+#include "joined_names.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
 
 namespace {
 
+constexpr std::array<std::pair<std::string_view, CacheDeed>, 4> kDeeds = {{{"write", CacheDeed::Write},
+                                                                           {"status", CacheDeed::Status},
+                                                                           {"verify", CacheDeed::Verify},
+                                                                           {"clear", CacheDeed::Clear}}};
+
 CacheDeed DeedNamed(const std::string& name) {
-  static const std::map<std::string, CacheDeed> kDeeds = {{"write", CacheDeed::Write},
-                                                          {"status", CacheDeed::Status},
-                                                          {"verify", CacheDeed::Verify},
-                                                          {"clear", CacheDeed::Clear}};
-  const auto deed = kDeeds.find(name);
-  if (deed == kDeeds.end()) throw UsageError("DEED is write, status, verify or clear, not \"" + Displayed(name) + "\"");
-  return deed->second;
+  const auto* const deed =
+      std::find_if(kDeeds.begin(), kDeeds.end(), [&](const auto& each) { return each.first == name; });
+  if (deed != kDeeds.end()) return deed->second;
+  throw UsageError("DEED is " + JoinedNames(kDeeds | std::views::keys, ", ", " or ") + ", not \"" + Displayed(name) +
+                   '"');
 }
 
 void RefuseIdleOptions(const CacheOptions& options) {
@@ -31,7 +39,7 @@ void RefuseIdleOptions(const CacheOptions& options) {
 
 CommandSyntax AddCache(CLI::App& app) {
   const auto options = std::make_shared<CacheOptions>();
-  CLI::App& command = AddCommand(app, "cache", "write|status|verify|clear",
+  CLI::App& command = AddCommand(app, "cache", OneOf(kDeeds | std::views::keys),
                                  "Keep what the folders of the path hold, so that queries start at once");
   AddPathOptions(command, options->path);
   AddCacheFileOption(command, options->path);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "joined_names.hpp"
+
 namespace vornixpath {
 
 namespace {
@@ -79,13 +81,12 @@ std::optional<std::string_view> HelpAbout(std::string_view topic) {
   return found->text;
 }
 
-std::string HelpTopics() {
-  std::string names;
-  for (const HelpTopic& topic : kTopics) {
-    if (!names.empty()) names += ", ";
-    names += topic.name;
-  }
+std::vector<std::string_view> HelpTopicNames() {
+  std::vector<std::string_view> names;
+  for (const HelpTopic& topic : kTopics) names.push_back(topic.name);
   return names;
 }
+
+std::string HelpTopics() { return JoinedNames(HelpTopicNames(), ", ", ", "); }
 
 }  // namespace vornixpath

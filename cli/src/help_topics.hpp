@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vornixpath {
 
@@ -10,7 +11,10 @@ namespace vornixpath {
 /// columns.
 [[nodiscard]] std::optional<std::string_view> HelpAbout(std::string_view topic);
 
-/// The names of all topics, sorted, with ", " between them.
+/// The names of all topics, sorted.
+[[nodiscard]] std::vector<std::string_view> HelpTopicNames();
+
+/// The same with ", " between them.
 [[nodiscard]] std::string HelpTopics();
 
 }  // namespace vornixpath

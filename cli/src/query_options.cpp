@@ -1,20 +1,28 @@
 // The options that several queries have in common.
 
-#include <map>
+#include <algorithm>
+#include <array>
+#include <ranges>
+#include <string_view>
+#include <utility>
 
 #include "command_syntax.hpp"
+#include "joined_names.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
 
 namespace {
 
+constexpr std::array<std::pair<std::string_view, CacheUse>, 3> kUses = {
+    {{"auto", CacheUse::Auto}, {"off", CacheUse::Off}, {"require", CacheUse::Require}}};
+
 CacheUse UseNamed(const std::string& name) {
-  static const std::map<std::string, CacheUse> kUses = {
-      {"auto", CacheUse::Auto}, {"off", CacheUse::Off}, {"require", CacheUse::Require}};
-  const auto use = kUses.find(name);
-  if (use == kUses.end()) throw UsageError("--cache is auto, off or require, not \"" + Displayed(name) + "\"");
-  return use->second;
+  const auto* const use =
+      std::find_if(kUses.begin(), kUses.end(), [&](const auto& each) { return each.first == name; });
+  if (use != kUses.end()) return use->second;
+  throw UsageError("--cache is " + JoinedNames(kUses | std::views::keys, ", ", " or ") + ", not \"" + Displayed(name) +
+                   '"');
 }
 
 }  // namespace
@@ -64,7 +72,7 @@ void AddCacheOptions(CLI::App& command, PathOptions& path) {
           "stands for folders: auto, where it is proven that they\n"
           "have not changed since; off; or require, as they were\n"
           "then, whatever has changed")
-      ->type_name("auto|off|require")
+      ->type_name(OneOf(kUses | std::views::keys))
       ->default_str("auto");
   AddCacheFileOption(command, path);
 }

@@ -1,6 +1,7 @@
 // The commands that ask about a path.
 
 #include "command_syntax.hpp"
+#include "joined_names.hpp"
 #include "scope_name.hpp"
 #include "usage_error.hpp"
 
@@ -139,8 +140,8 @@ CommandSyntax AddFiles(CLI::App& app) {
       .add_option("--scope", options->scope,
                   "The folders to look into: the plain ones (main), all\n"
                   "but resources (visible), all, or those of one kind")
-      ->type_name("KIND")
-      ->check(CLI::IsMember(ScopeNames()))
+      ->type_name(OneOf(ScopeNames()))
+      ->check(CLI::IsMember(ScopeNames()).description(""))
       ->capture_default_str();
   command.add_flag("--ignore-case", options->ignoreCase, "Let letter case make no difference to extensions");
   AddUnreadableIsFailureFlag(command, options->strict);

@@ -1,4 +1,5 @@
 #include "command_syntax.hpp"
+#include "joined_names.hpp"
 #include "usage_error.hpp"
 
 namespace vornixpath {
@@ -12,11 +13,7 @@ struct TypedOptions {
 
 ShadowGrade GradeFromArgument(const std::string& name) {
   if (const auto grade = ShadowGradeFrom(name)) return *grade;
-  std::string message = "there is no grade \"" + Displayed(name) + "\", only";
-  for (const std::string_view known : kShadowGradeNames) {
-    message.append(known == kShadowGradeNames.front() ? " " : ", ").append(known);
-  }
-  throw UsageError(message);
+  throw UsageError("there is no grade \"" + Displayed(name) + "\", only " + JoinedNames(kShadowGradeNames, ", ", ", "));
 }
 
 void RefuseEmptyFile(const std::optional<std::string>& file, const std::string& option) {
@@ -45,7 +42,7 @@ CommandSyntax AddShadows(CLI::App& app) {
   AddExtensionOption(command, options.extensions);
   command.add_flag("--strict", options.strict, "End with 3 when a folder or a file could not be read");
   command.add_option("--fail-on", typed->failOn, "End with 1 when something of that grade or a graver one\nis hidden")
-      ->type_name("GRADE");
+      ->type_name(OneOf(kShadowGradeNames));
   command
       .add_option("--baseline", options.baseline,
                   "Leave out what FILE holds: the same name of the same\n"
