@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "command_syntax.hpp"
+#include "command_table.hpp"
 #include "help_topics.hpp"
 #include "usage_error.hpp"
 
@@ -22,27 +22,9 @@ void RequireCommand(const CLI::App& app, const std::vector<std::string>& options
   if (app.get_subcommands(isFirst).empty()) throw UsageError("there is no command \"" + Displayed(first) + "\"");
 }
 
-struct CommandEntry {
-  std::string_view name;
-  CommandSyntax (*add)(CLI::App&);
-};
-
-// In the order of the help.
-constexpr CommandEntry kCommands[] = {
-    {"which", AddWhich},     {"why", AddWhy},       {"match", AddMatch},       {"files", AddFiles},
-    {"shadows", AddShadows}, {"path", AddPath},     {"packages", AddPackages}, {"status", AddStatus},
-    {"doctor", AddDoctor},   {"report", AddReport}, {"cache", AddCache},       {"snapshot", AddSnapshot},
-    {"compare", AddCompare}, {"watch", AddWatch},   {"add", AddAdd},           {"remove", AddRemove},
-    {"undo", AddUndo},       {"log", AddLog},       {"split", AddSplit},       {"iri", AddIri}};
-
-// The command called `name`, or none.
-const CommandEntry* FindCommand(std::string_view name) {
-  const auto* const found = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                         [name](const CommandEntry& command) { return command.name == name; });
-  return found == std::end(kCommands) ? nullptr : found;
+bool AsksForHelp(const std::vector<std::string>& options) {
+  return !options.empty() && options.front() == kHelpCommand;
 }
-
-bool AsksForHelp(const std::vector<std::string>& options) { return !options.empty() && options.front() == "help"; }
 
 // The text to answer with, when help is asked for about what concerns more than one command.
 std::optional<std::string_view> TextOfTopic(const std::vector<std::string>& help) {
@@ -65,7 +47,7 @@ std::vector<CommandSyntax> CommandsFor(const std::vector<std::string>& options, 
   const CommandEntry* const meant = options.empty() ? nullptr : FindCommand(options.front());
   if (meant != nullptr) return {meant->add(app)};
   std::vector<CommandSyntax> all;
-  for (const CommandEntry& command : kCommands) all.push_back(command.add(app));
+  for (const CommandEntry& command : AllCommands()) all.push_back(command.add(app));
   return all;
 }
 
@@ -85,12 +67,8 @@ std::variant<Command, ExitStatus> ParseCommandLine(const std::vector<std::string
     options = WithHelpAsOption(options);
   }
 
-  CLI::App app("Tells which file a name means on a search path, and why; keeps such a path.", "vornixpath");
-  app.set_version_flag("--version", "vornixpath " VORNIXPATH_VERSION);
-  app.require_subcommand(1);
-  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-  app.footer("'vornixpath help COMMAND' tells more; so does 'vornixpath help TOPIC', of " + HelpTopics() +
-             ".\nWhat follows '--' is never taken as an option.");
+  CLI::App app;
+  DescribeProgram(app);
   const std::vector<CommandSyntax> commands = CommandsFor(options, app);
 
   RequireCommand(app, options);

@@ -13,16 +13,14 @@ namespace vornixpath {
 namespace {
 
 // Positionals are not known to CLI11, so its usage line has to be told.
+constexpr const char* kPositionalsLabel = "POSITIONALS OF VORNIXPATH";
+
 class HelpWithPositionals : public CLI::Formatter {
  public:
-  explicit HelpWithPositionals(std::string positionals) : positionals_(std::move(positionals)) {}
-
-  std::string make_usage(const CLI::App* /*command*/, std::string name) const override {
-    return "Usage: " + name + (positionals_.empty() ? "" : " " + positionals_) + " [OPTIONS]\n";
+  std::string make_usage(const CLI::App* command, std::string name) const override {
+    const std::string positionals = PositionalsOf(*command);
+    return "Usage: " + name + (positionals.empty() ? "" : " " + positionals) + " [OPTIONS]\n";
   }
-
- private:
-  std::string positionals_;
 };
 
 }  // namespace
@@ -62,9 +60,12 @@ void Positionals::RequireNone() const {
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& positionals,
                      const std::string& description) {
   CLI::App* const command = app.add_subcommand(name, description)->group("Commands");
-  command->formatter(std::make_shared<HelpWithPositionals>(positionals));
+  command->formatter(std::make_shared<HelpWithPositionals>());
+  command->get_formatter()->label(kPositionalsLabel, positionals);
   return *command->allow_extras();
 }
+
+std::string PositionalsOf(const CLI::App& command) { return command.get_formatter()->get_label(kPositionalsLabel); }
 
 void AddNulFlag(CLI::App& command, OutputForm& form) {
   command.add_flag_callback(

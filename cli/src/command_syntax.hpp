@@ -83,9 +83,13 @@ CommandSyntax AddIri(CLI::App& app);
 
 // What they are made of.
 
-/// A command whose usage line shows `positionals`.
+/// A command whose usage line shows `positionals`, labels with a space between. As with an option's argument, a label
+/// says what may stand there: one of several words (`a|b`, as OneOf gives it), a FILE, a FOLDER, or a text of some
+/// kind.
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& positionals,
                      const std::string& description);
+/// What AddCommand was told.
+[[nodiscard]] std::string PositionalsOf(const CLI::App& command);
 void AddNulFlag(CLI::App& command, OutputForm& form);
 void AddJsonFlag(CLI::App& command, bool& json);
 void AddSessionOption(CLI::App& command, std::optional<std::string>& session);
