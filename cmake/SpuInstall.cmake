@@ -2,7 +2,7 @@
 #
 #   lib    the shared libraries
 #   dev    what it takes to build a program with them: headers, links by the plain names, the CMake package, pkg-config files
-#   tool   vornixpath, which needs none of these libraries
+#   tool   vornixpath, which needs none of these libraries; its man page, and what shells complete
 #
 # The CMake package has components of its own, each of which stands on those before it: platform, library, environment. A
 # target has the name search_path_utilities::<folder> here as there.
@@ -67,7 +67,15 @@ spu_install_pkg_config(search_path_utilities-environment
   REQUIRES "search_path_utilities = ${PROJECT_VERSION}"
   LIBRARIES spu_environment)
 
-# The man page and the completions of vornixpath belong here as well.
 if(SPU_TOOL)
   install(TARGETS vornixpath RUNTIME COMPONENT tool)
+endif()
+if(TARGET spu_descriptions)
+  set(descriptions ${PROJECT_BINARY_DIR}/descriptions)
+  install(FILES ${descriptions}/vornixpath.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+  install(FILES ${descriptions}/vornixpath.bash RENAME vornixpath
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+  install(FILES ${descriptions}/_vornixpath DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
+  install(FILES ${descriptions}/vornixpath.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()
