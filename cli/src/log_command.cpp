@@ -3,6 +3,7 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 #include <iostream>
+#include <optional>
 #include <search_path_environment/utc_time.hpp>
 
 #include "commands.hpp"
@@ -24,20 +25,22 @@ using Quorvex::PathEnvironment::SavedPathText;
 
 struct LoggedEdit {
   PathVersion version;
-  std::vector<FolderChange> changes;
+  std::optional<std::vector<FolderChange>> changes;  // none where it is not known what the edit led to
 };
 
 // An edit led to the path that the next one found, the last edit to the path that stands there now.
 std::vector<LoggedEdit> EditsOf(const SavedPathFile& session) {
-  SavedPathText after = session.Read();
+  std::optional<SavedPathText> after = session.Read();
   std::vector<PathVersion> versions = session.GetVersions();
   std::vector<LoggedEdit> edits;
   for (auto version = versions.rbegin(); version != versions.rend(); ++version) {
     if (version->damage) {
-      edits.push_back({std::move(*version), {}});
+      edits.push_back({std::move(*version), std::nullopt});
+      after.reset();
       continue;
     }
-    auto changes = ChangesBetween(version->before.GetFolders(), after.GetFolders());
+    std::optional<std::vector<FolderChange>> changes;
+    if (after) changes = ChangesBetween(version->before.GetFolders(), after->GetFolders());
     after = version->before;
     edits.push_back({std::move(*version), std::move(changes)});
   }
@@ -55,23 +58,28 @@ void WriteAsLines(const std::vector<LoggedEdit>& edits) {
                        NameOf(version.kind);
     if (version.kind == EditKind::Undo) line += " of " + std::to_string(version.undone);
     WriteSafeResult(line, OutputForm::Lines);
-    for (const FolderChange& change : edit.changes) WriteSafeResult("  " + InWords(change), OutputForm::Lines);
+    if (!edit.changes) continue;
+    for (const FolderChange& change : *edit.changes) WriteSafeResult("  " + InWords(change), OutputForm::Lines);
   }
+}
+
+json::array ChangesToJson(const std::vector<FolderChange>& changes) {
+  json::array array;
+  for (const FolderChange& change : changes) {
+    json::object object = ToJson(change.folder);
+    object["change"] = NameOf(change.kind);
+    array.push_back(std::move(object));
+  }
+  return array;
 }
 
 json::object EditToJson(const LoggedEdit& edit) {
   if (edit.version.damage) return {{"number", edit.version.number}, {"damage", edit.version.damage->what()}};
-  json::array changes;
-  for (const FolderChange& change : edit.changes) {
-    json::object object = ToJson(change.folder);
-    object["change"] = NameOf(change.kind);
-    changes.push_back(std::move(object));
-  }
   json::object object = {{"number", edit.version.number},
                          {"time", Quorvex::PathEnvironment::ToText(edit.version.time)},
                          {"kind", NameOf(edit.version.kind)}};
   if (edit.version.kind == EditKind::Undo) object["undone"] = edit.version.undone;
-  object["changes"] = std::move(changes);
+  if (edit.changes) object["changes"] = ChangesToJson(*edit.changes);
   return object;
 }
 
