@@ -202,9 +202,11 @@ TEST_F(ToolboxCacheRefusalTest, TellsAPageOfAnotherCacheFromItsOwn) {
   WriteCache(File(), InMemory(u"/t"), InMemory(std::vector<std::u16string>{u"/t/m"}));
   const std::string second = *ReadWholeFile(*Session().ProviderFor(File()), File());
   ASSERT_EQ(first.size(), second.size());
+  const std::size_t end = HeaderOf(first).sections.at(static_cast<std::size_t>(cache::Section::Sums)).offset;
   std::string spliced = first;
-  spliced.replace(cache::kPageSize, 64, second, cache::kPageSize, 64);
-  EXPECT_EQ(Checking(spliced) == std::nullopt, spliced == first);
+  spliced.replace(cache::kPageSize, end - cache::kPageSize, second, cache::kPageSize, end - cache::kPageSize);
+  ASSERT_NE(spliced, first);  // the folders were read at another time
+  EXPECT_EQ(Checking(spliced), (Refusal{CacheRefusal::Damaged, "it is damaged: its page 1 is not as it was written"}));
   std::string headed = second;
   headed.replace(cache::kPageSize, std::string::npos, first, cache::kPageSize, std::string::npos);
   ASSERT_NE(headed, second);
