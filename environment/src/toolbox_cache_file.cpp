@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "folder_making.hpp"
+#include "replaceable_file.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -19,7 +20,7 @@ using foundation::storage::vfs::WriteMode;
 namespace {
 
 constexpr const char16_t* kLock = u".lock";
-constexpr const char16_t* kDraft = u".draft";
+constexpr const char16_t* kDraftEnding = u".draft";
 
 AbsoluteIRI Beside(const AbsoluteIRI& file, const char16_t* suffix) {
   return file.getParent().getChild(file.getName() + suffix);
@@ -80,7 +81,7 @@ void WriteByWayOfDraft(const AbsoluteIRI& file, const AbsoluteIRI& toolboxRoot, 
   const auto lock = storage->Lock(Beside(place, kLock), patience);
 
   // The cache itself is never written in place: others have it mapped.
-  Draft draft(*storage, Beside(place, kDraft));
+  Draft draft(*storage, Beside(place, kDraftEnding));
   RemoveIfThere(*storage, draft.GetLocation());
   PathManagement::WriteToolboxPathCache(draft.GetLocation(), toolboxRoot, entries);
   // Nobody looked at what closing the draft said, so it tells itself whether it is whole.
@@ -106,7 +107,7 @@ bool RemoveToolboxCacheFile(const AbsoluteIRI& file, std::chrono::milliseconds p
   const auto storage = session.ProviderFor(file);
   RequireCacheIfAny(session, file);
   const AbsoluteIRI place = storage->CanonicalLocation(file);
-  const AbsoluteIRI draft = Beside(place, kDraft);
+  const AbsoluteIRI draft = Beside(place, kDraftEnding);
   const bool isThere = IsThere(*storage, place);
   if (!isThere && !IsThere(*storage, draft)) return false;  // and no lock is left where there is nothing to lock
 

@@ -8,6 +8,8 @@
 #include <span>
 #include <system_error>
 
+#include "replaceable_file.hpp"
+
 namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
@@ -131,9 +133,9 @@ void RemoveIfThere(const IStorageProvider& storage, const AbsoluteIRI& file) {
   }
 }
 
-bool Sweep(const IStorageProvider& storage, const AbsoluteIRI& draft) noexcept {
+bool Sweep(const IStorageProvider& storage, const AbsoluteIRI& file) noexcept {
   try {
-    RemoveIfThere(storage, draft);
+    RemoveIfThere(storage, file);
     return true;
   } catch (const Exception&) {
     return false;

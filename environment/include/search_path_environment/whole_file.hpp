@@ -48,16 +48,6 @@ SEARCH_PATH_ENVIRONMENT_EXPORT void ReplaceWholeFile(const foundation::storage::
                                                      const foundation::storage::vfs::AbsoluteIRI& file,
                                                      const Pieces& pieces, Durability durability);
 
-/// Whether there is a file, a folder or whatever at `location`, or at the end of the link that it is. Throws the
-/// storage layer's Exception.
-[[nodiscard]] bool IsThere(const foundation::storage::vfs::IStorageProvider& storage,
-                           const foundation::storage::vfs::AbsoluteIRI& location);
-
-/// Throws the storage layer's Exception, with std::errc::operation_not_supported, for what is there and no regular
-/// file, and for a link that leads nowhere: putting a file in its place would lose it.
-void RequireReplaceable(const foundation::storage::vfs::IStorageProvider& storage,
-                        const foundation::storage::vfs::AbsoluteIRI& file);
-
 /// Whether `file` is a link to something that is not there. Throws the storage layer's Exception.
 [[nodiscard]] SEARCH_PATH_ENVIRONMENT_EXPORT bool IsLinkToNowhere(
     const foundation::storage::vfs::IStorageProvider& storage, const foundation::storage::vfs::AbsoluteIRI& file);
@@ -65,9 +55,5 @@ void RequireReplaceable(const foundation::storage::vfs::IStorageProvider& storag
 /// Removes a file that may already be gone.
 SEARCH_PATH_ENVIRONMENT_EXPORT void RemoveIfThere(const foundation::storage::vfs::IStorageProvider& storage,
                                                   const foundation::storage::vfs::AbsoluteIRI& file);
-
-/// The same while another failure is under way, which is the one to be told: whether the file is gone.
-bool Sweep(const foundation::storage::vfs::IStorageProvider& storage,
-           const foundation::storage::vfs::AbsoluteIRI& file) noexcept;
 
 }  // namespace Quorvex::PathEnvironment
