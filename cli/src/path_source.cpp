@@ -7,9 +7,10 @@
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/location_from_text.hpp>
 #include <search_path_environment/snapshot_file.hpp>
+#include <search_path_environment/whole_file.hpp>
 #include <search_path_utilities/path_editing.hpp>
-#include <span>
 #include <stdexcept>
+#include <system_error>
 
 #include "cached_loading.hpp"
 #include "current_folder.hpp"
@@ -28,6 +29,7 @@ using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::VornixStorageSystem;
 using Quorvex::PathEnvironment::LocationFromPath;
 using Quorvex::PathEnvironment::LocationFromText;
+using Quorvex::PathEnvironment::ReadWholeFile;
 using Quorvex::PathEnvironment::SavedPathFile;
 
 // A file that names folders is small; anything larger is something else.
@@ -64,23 +66,15 @@ FolderList ListFromText(const std::string& bytes) {
   });
 }
 
-void AppendContent(const AbsoluteIRI& file, std::string& bytes) {
+std::string ContentOf(const AbsoluteIRI& file) {
   const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  const auto reader = storage->OpenForReading(file);
-  const std::size_t begin = bytes.size();
-  const auto requireSize = [](std::size_t size) {
-    if (size > kLargestPathFile) throw std::runtime_error("it is too large to be a list of folders");
-  };
-  const auto size = static_cast<std::size_t>(storage->Stat(file).size);
-  requireSize(size);               // before as much memory is asked for
-  bytes.resize(begin + size + 1);  // one byte more, so that the end is found without growing
-  std::size_t end = begin;
-  for (std::size_t count = 1; count > 0; end += count) {
-    requireSize(end - begin);
-    if (end == bytes.size()) bytes.resize(2 * end);
-    count = reader->Read(std::as_writable_bytes(std::span(bytes).subspan(end)));
+  try {
+    if (auto content = ReadWholeFile(*storage, file, kLargestPathFile)) return *std::move(content);
+  } catch (const foundation::storage::vfs::Exception& exception) {
+    if (exception.GetError() != std::errc::file_too_large) throw;
+    throw std::runtime_error("it is too large to be a list of folders");
   }
-  bytes.resize(end);
+  throw foundation::storage::vfs::Exception("open", file, std::make_error_code(std::errc::no_such_file_or_directory));
 }
 
 std::vector<std::string> LinesOf(std::string_view content) {
@@ -120,7 +114,7 @@ FolderList ListFromFile(const std::string& name) {
   return WithPathFile(name, [&name]() -> FolderList {
     const AbsoluteIRI file = LocationFromText(from_bytes(name), CurrentFolder());
     Origin origin("file", file.getParent().toString());
-    AppendContent(file, origin.bytes);
+    origin.bytes += ContentOf(file);
     return ListFrom(std::move(origin), [name, file](std::string_view content) {
       return WithPathFile(name, [&] { return FoldersFromLines(LinesOf(content), file); });
     });
