@@ -1,7 +1,5 @@
-#include <boost/json/serialize.hpp>
-#include <boost/json/value.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
-#include <iostream>
+#include <optional>
 #include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/folder_entry_factory.hpp>
 #include <search_path_environment/folder_path_factory.hpp>

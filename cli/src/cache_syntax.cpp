@@ -62,7 +62,7 @@ CommandSyntax AddCache(CLI::App& app) {
       "  vornixpath which greet --cache require");
   return {&command, [options](const Positionals& positionals) {
             options->deed = DeedNamed(positionals.ExactlyOne("DEED"));
-            RefuseTwoPaths(options->path);
+            RefuseImpossiblePath(options->path);
             RefuseIdleOptions(*options);
             return *options;
           }};
@@ -80,7 +80,7 @@ CommandSyntax AddStatus(CLI::App& app) {
       "  vornixpath status --path ~/toolbox:~/more");
   return {&command, [options](const Positionals& positionals) {
             positionals.RequireNone();
-            RefuseTwoPaths(options->path);
+            RefuseImpossiblePath(options->path);
             return *options;
           }};
 }

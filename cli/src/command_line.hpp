@@ -13,6 +13,9 @@ namespace vornixpath {
 
 // All texts are bytes, as the system handed them over.
 
+/// Of program files, separated by commas.
+inline constexpr const char* kUsualExtensions = ".vnx";
+
 /// How results are written.
 enum class OutputForm {
   Lines,         ///< one a line, nothing in it that a terminal would act on
@@ -43,7 +46,7 @@ struct WhichOptions {
   std::vector<std::string> names;
   PathOptions path;
   std::optional<std::string> from;
-  std::string extensions = ".vnx";  ///< separated by commas, each with or without its dot
+  std::string extensions = kUsualExtensions;  ///< separated by commas, each with or without its dot
   bool all = false;
   bool ignoreCase = false;
   bool strict = false;
@@ -55,7 +58,7 @@ struct WhyOptions {
   std::string name;
   PathOptions path;
   std::optional<std::string> from;
-  std::string extensions = ".vnx";  ///< as for `which`
+  std::string extensions = kUsualExtensions;  ///< as for `which`
   bool ignoreCase = false;
   bool strict = false;
   bool json = false;
@@ -82,7 +85,7 @@ struct FilesOptions {
 
 struct ShadowsOptions {
   PathOptions path;
-  std::string extensions = ".vnx";  ///< as for `which`
+  std::string extensions = kUsualExtensions;  ///< as for `which`
   std::optional<ShadowGrade> failOn;
   std::optional<std::string> baseline;
   std::optional<std::string> newBaseline;
@@ -92,8 +95,8 @@ struct ShadowsOptions {
 
 struct DoctorOptions {
   PathOptions path;
-  std::string extensions = ".vnx";  ///< as for `which`
-  std::optional<int> minScore;      ///< from 0 to 100; a lower score is "no"
+  std::string extensions = kUsualExtensions;  ///< as for `which`
+  std::optional<int> minScore;                ///< from 0 to 100; a lower score is "no"
   bool strict = false;
   bool json = false;
 };
@@ -101,8 +104,8 @@ struct DoctorOptions {
 /// A page about a path.
 struct ReportOptions {
   std::string file;
-  PathOptions path;                 ///< without a cache: each folder is read, and how long that takes is told
-  std::string extensions = ".vnx";  ///< as for `which`
+  PathOptions path;                           ///< without a cache: each folder is read, and how long that takes is told
+  std::string extensions = kUsualExtensions;  ///< as for `which`
   bool strict = false;
 };
 
@@ -141,11 +144,11 @@ struct SnapshotOptions {
 };
 
 struct CompareOptions {
-  std::string before;                  ///< as compared_side.hpp says
-  std::string after;                   ///< likewise
-  PathOptions path;                    ///< for the side "now"; its session and snapshot are never set
-  std::optional<std::string> session;  ///< for the side "saved"
-  std::string extensions = ".vnx";     ///< as for `which`
+  std::string before;                         ///< as compared_side.hpp says
+  std::string after;                          ///< likewise
+  PathOptions path;                           ///< for the side "now"; its session and snapshot are never set
+  std::optional<std::string> session;         ///< for the side "saved"
+  std::string extensions = kUsualExtensions;  ///< as for `which`
   bool isDeep = false;
   bool tellsEffects = false;
   bool strict = false;
@@ -154,7 +157,7 @@ struct CompareOptions {
 
 struct WatchOptions {
   PathOptions path;                                                  ///< its snapshot and masks are never set
-  std::string extensions = ".vnx";                                   ///< as for `which`
+  std::string extensions = kUsualExtensions;                         ///< as for `which`
   std::chrono::milliseconds pollInterval = std::chrono::seconds(2);  ///< zero is never
   bool json = false;
 };

@@ -111,7 +111,7 @@ void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict);
 /// Throw UsageError.
 void RefuseTwoForms(bool json, OutputForm form);
 void RefuseEmptySession(const std::optional<std::string>& session);
-void RefuseTwoPaths(const PathOptions& path);
+void RefuseImpossiblePath(const PathOptions& path);
 
 /// `bytes` as people are shown them.
 [[nodiscard]] std::string Displayed(const std::string& bytes);

@@ -23,7 +23,7 @@ int ScoreFromArgument(const std::string& text) {
 DoctorOptions Completed(const TypedDoctor& typed, const Positionals& positionals) {
   positionals.RequireNone();
   DoctorOptions options = typed.doctor;
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseImpossiblePackages(options.path);
   if (typed.minScore) options.minScore = ScoreFromArgument(*typed.minScore);
   return options;

@@ -36,13 +36,14 @@ FolderNames ComparableNamesIn(const std::u16string& folders) {
   return names;
 }
 
-bool Contains(const FolderNames& names, const std::u16string& name) {
+bool HoldsName(const FolderNames& names, const std::u16string& name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-class Search {
+class NearSearch {
  public:
-  Search(const LoadedPath& path, const Standpoint& standpoint, const Question& question, const FolderNumbers& numbers)
+  NearSearch(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
+             const FolderNumbers& numbers)
       : path_(path),
         view_(path.GetView()),
         numbers_(numbers),
@@ -120,7 +121,7 @@ class Search {
   bool StandsInUnnamedPackage(const EntryPtr& entry) const {
     for (EntryPtr outer = entry; outer; outer = view_.GetParentEntryForEntry(*outer)) {
       if (outer->GetEntryType() != PathEntryType::Package) continue;
-      if (!Contains(written_, ComparableNamesIn(outer->GetAbsoluteIRI().getName()).front())) return true;
+      if (!HoldsName(written_, ComparableNamesIn(outer->GetAbsoluteIRI().getName()).front())) return true;
     }
     return false;
   }
@@ -129,7 +130,7 @@ class Search {
     if (written_.empty()) return 0;
     const FolderNames folders = ComparableNamesIn(TextOf(file.getParent()));
     return static_cast<std::size_t>(std::count_if(
-        written_.begin(), written_.end(), [&folders](const std::u16string& name) { return Contains(folders, name); }));
+        written_.begin(), written_.end(), [&folders](const std::u16string& name) { return HoldsName(folders, name); }));
   }
 
   static bool IsLikelier(const NearFile& left, const NearFile& right) {
@@ -158,7 +159,7 @@ class Search {
 
 std::vector<NearFile> FindNearFiles(const LoadedPath& path, const Standpoint& standpoint, const Question& question,
                                     const FolderNumbers& numbers) {
-  return Search(path, standpoint, question, numbers).Run();
+  return NearSearch(path, standpoint, question, numbers).Run();
 }
 
 }  // namespace vornixpath

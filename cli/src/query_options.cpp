@@ -87,7 +87,7 @@ void AddUnreadableIsFailureFlag(CLI::App& command, bool& strict) {
   command.add_flag("--strict", strict, "End with 3 when a folder could not be read");
 }
 
-void RefuseTwoPaths(const PathOptions& path) {
+void RefuseImpossiblePath(const PathOptions& path) {
   if (path.text && path.file) throw UsageError("--path and --path-file exclude each other");
   if (path.session && path.text) throw UsageError("--session and --path exclude each other");
   if (path.session && path.file) throw UsageError("--session and --path-file exclude each other");

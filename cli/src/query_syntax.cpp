@@ -19,7 +19,7 @@ void AddFromOption(CLI::App& command, std::optional<std::string>& from) {
 
 WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
   options.names = positionals.AtLeastOne("NAME");
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseImpossiblePackages(options.path);
   RefuseTwoForms(options.json, options.form);
   for (const std::string& name : options.names) {
@@ -30,14 +30,14 @@ WhichOptions Completed(WhichOptions options, const Positionals& positionals) {
 
 WhyOptions Completed(WhyOptions options, const Positionals& positionals) {
   options.name = positionals.ExactlyOne("NAME");
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   if (options.name.empty()) throw UsageError("NAME is empty");
   return options;
 }
 
 MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
   options.partial = positionals.ExactlyOne("PARTIAL");
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseTwoForms(options.json, options.form);
   if (options.partial.empty()) throw UsageError("PARTIAL is empty");
   return options;
@@ -45,14 +45,14 @@ MatchOptions Completed(MatchOptions options, const Positionals& positionals) {
 
 FilesOptions Completed(FilesOptions options, const Positionals& positionals) {
   options.extensions = positionals.AtLeastOne(".EXT");
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseTwoForms(options.json, options.form);
   return options;
 }
 
 PathListOptions Completed(PathListOptions options, const Positionals& positionals) {
   positionals.RequireNone();
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseImpossiblePackages(options.path);
   RefuseTwoForms(options.json, options.form);
   return options;

@@ -13,7 +13,7 @@ struct TypedReport {
 ReportOptions CompletedReport(const TypedReport& typed, const Positionals& positionals) {
   positionals.RequireNone();
   ReportOptions options = typed.report;
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseImpossiblePackages(options.path);
   if (!typed.file) throw UsageError("--html FILE is missing: a report is a page in a file");
   if (typed.file->empty()) throw UsageError("the FILE of --html is empty");

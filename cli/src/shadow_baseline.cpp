@@ -25,7 +25,7 @@ enum Field : std::size_t { kGrade, kHiding, kHidden, kName, kPlace, kFields };
 using Line = std::array<std::string, kFields>;
 
 // Everything below a folder begins like this.
-std::string BeginningBelow(const AbsoluteIRI& folder) {
+std::string ExactBeginningBelow(const AbsoluteIRI& folder) {
   const std::string text = ExactText(folder);
   return text.ends_with('/') ? text : text + '/';
 }
@@ -33,7 +33,7 @@ std::string BeginningBelow(const AbsoluteIRI& folder) {
 std::string FolderText(const AbsoluteIRI& location, const AbsoluteIRI& folder) {
   if (location == folder) return ".";
   const std::string text = ExactText(location);
-  const std::string beginning = BeginningBelow(folder);
+  const std::string beginning = ExactBeginningBelow(folder);
   return text.starts_with(beginning) ? "./" + text.substr(beginning.size()) : text;
 }
 
@@ -64,7 +64,7 @@ AbsoluteIRI FolderFrom(std::string_view text, const AbsoluteIRI& folder) {
   if (!std::all_of(names.begin(), names.end(), IsNameOfFolder)) {
     throw std::invalid_argument(InMessage(text) + " is no folder below");
   }
-  return AbsoluteIRI(from_bytes(BeginningBelow(folder).append(rest)));
+  return AbsoluteIRI(from_bytes(ExactBeginningBelow(folder).append(rest)));
 }
 
 std::u16string Decoded(std::string_view field, const std::string& complaint) {

@@ -10,6 +10,7 @@
 #include "commands.hpp"
 #include "current_folder.hpp"
 #include "extension_list.hpp"
+#include "labelled_line.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "path_source.hpp"
@@ -47,11 +48,9 @@ bool WriteNewBaseline(const std::string& name, const std::vector<ShadowPair>& pa
 }
 
 void TellEffect(const BaselineEffect& effect) {
-  const auto counted = [](std::size_t count, const std::string& one, const std::string& many) {
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-  };
-  WriteMessage("the baseline leaves out " + counted(effect.leftOut, "finding", "findings") + "; " +
-               counted(effect.gone.size(), "of its entries no longer occurs", "of its entries no longer occur"));
+  const std::size_t gone = effect.gone.size();
+  WriteMessage("the baseline leaves out " + Counted(effect.leftOut, "finding") + "; " + std::to_string(gone) +
+               " of its entries no longer occur" + (gone == 1 ? "s" : ""));
 }
 
 bool IsAny(ShadowGrade least, const std::vector<ShadowPair>& pairs) {

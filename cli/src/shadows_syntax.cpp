@@ -23,7 +23,7 @@ void RefuseEmptyFile(const std::optional<std::string>& file, const std::string& 
 ShadowsOptions Completed(const TypedOptions& typed, const Positionals& positionals) {
   positionals.RequireNone();
   ShadowsOptions options = typed.shadows;
-  RefuseTwoPaths(options.path);
+  RefuseImpossiblePath(options.path);
   RefuseEmptyFile(options.baseline, "--baseline");
   RefuseEmptyFile(options.newBaseline, "--write-baseline");
   if (typed.failOn) options.failOn = GradeFromArgument(*typed.failOn);

@@ -35,7 +35,7 @@ CommandSyntax AddSnapshot(CLI::App& app) {
       "  vornixpath snapshot monday.snapshot --path ~/toolbox:~/more");
   return {&command, [options](const Positionals& positionals) {
             options->file = positionals.ExactlyOne("FILE");
-            RefuseTwoPaths(options->path);
+            RefuseImpossiblePath(options->path);
             if (options->file.empty()) throw UsageError("FILE is empty");
             if (options->file == "-") throw UsageError("a snapshot goes into a file; one named '-' is './-'");
             return *options;
@@ -66,7 +66,7 @@ CommandSyntax AddCompare(CLI::App& app) {
       "  vornixpath compare saved ~/toolbox:~/more --deep");
   return {&command, [options](const Positionals& positionals) {
             std::tie(options->before, options->after) = positionals.ExactlyTwo("OLD", "NEW");
-            RefuseTwoPaths(options->path);
+            RefuseImpossiblePath(options->path);
             RefuseEmptySession(options->session);
             RefuseIdleOptions(*options);
             return *options;

@@ -4,8 +4,9 @@
 #include <unistd.h>
 
 #include <charconv>
-#include <cstdlib>
-#include <string_view>
+#include <string>
+
+#include "environment_variable.hpp"
 
 namespace vornixpath {
 
@@ -13,14 +14,8 @@ namespace {
 
 constexpr std::size_t kUsualWidth = 80;
 
-// Empty for one that is missing.
-std::string_view Variable(const char* name) {
-  const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody sets variables
-  return value == nullptr ? std::string_view() : value;
-}
-
 std::size_t WidthOfTerminal() {
-  const std::string_view text = Variable("COLUMNS");
+  const std::string text = Variable("COLUMNS").value_or("");
   std::size_t columns = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), columns);
   if (error == std::errc() && end == text.data() + text.size() && columns > 0) return columns;
@@ -34,7 +29,7 @@ std::size_t WidthOfTerminal() {
 
 std::optional<Layout> LayoutOfTerminal() {
   if (::isatty(STDOUT_FILENO) == 0) return std::nullopt;
-  return Layout{WidthOfTerminal(), Variable("NO_COLOR").empty() && Variable("TERM") != "dumb"};
+  return Layout{WidthOfTerminal(), !Variable("NO_COLOR") && Variable("TERM") != "dumb"};
 }
 
 }  // namespace vornixpath

@@ -39,7 +39,7 @@ CommandSyntax AddWatch(CLI::App& app) {
       "  vornixpath watch --json | while read -r batch; do ...; done");
   return {&command, [options](const Positionals& positionals) {
             positionals.RequireNone();
-            RefuseTwoPaths(options->path);
+            RefuseImpossiblePath(options->path);
             return *options;
           }};
 }

@@ -17,7 +17,7 @@ using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::FoundItem;
 
-void WriteLine(const std::string& line) { WriteSafeResult(line, OutputForm::Lines); }
+void Tell(const std::string& line) { WriteSafeResult(line, OutputForm::Lines); }
 
 std::string InWords(HidingReason reason) {
   switch (reason) {
@@ -100,60 +100,58 @@ const char* LetterCaseOf(const Explanation& explanation) {
 }
 
 void WriteQuestion(const Explanation& explanation) {
-  WriteLine(Quoted(explanation.question.name) + ": looked for " + ListLookedFor(explanation.question.Target()) +
-            LetterCaseOf(explanation));
+  Tell(Quoted(explanation.question.name) + ": looked for " + ListLookedFor(explanation.question.Target()) +
+       LetterCaseOf(explanation));
 }
 
 void WriteMasked(const Explanation& explanation, const FolderNumbers& numbers) {
   if (explanation.maskedFolders.empty()) return;
-  WriteLine("Masked");
+  Tell("Masked");
   for (const EntryPtr& folder : explanation.maskedFolders) {
-    WriteLine(Entitled(folder->GetAbsoluteIRI(), numbers.NumberOf(*folder)));
+    Tell(Entitled(folder->GetAbsoluteIRI(), numbers.NumberOf(*folder)));
   }
   if (explanation.maskedFiles.empty()) {
-    WriteLine(explanation.winner ? "Without masks it would mean the same"
-                                 : "Without masks it would mean nothing either");
+    Tell(explanation.winner ? "Without masks it would mean the same" : "Without masks it would mean nothing either");
     return;
   }
-  WriteLine("Without masks it could mean");
-  for (const FoundItem& file : explanation.maskedFiles) WriteLine(Entitled(file, numbers));
+  Tell("Without masks it could mean");
+  for (const FoundItem& file : explanation.maskedFiles) Tell(Entitled(file, numbers));
 }
 
 void WriteSteps(const Explanation& explanation, const FolderNumbers& numbers) {
   const StepInWords inWords(explanation, numbers);
   std::size_t count = 0;
-  for (const LookupStep& step : explanation.steps)
-    WriteLine(std::to_string(++count) + ". " + std::visit(inWords, step));
+  for (const LookupStep& step : explanation.steps) Tell(std::to_string(++count) + ". " + std::visit(inWords, step));
 }
 
 void WriteWinner(const Explanation& explanation, const FolderNumbers& numbers) {
-  WriteLine("It means");
-  WriteLine(Entitled(*explanation.winner, numbers));
+  Tell("It means");
+  Tell(Entitled(*explanation.winner, numbers));
   if (explanation.hidden.empty()) {
-    WriteLine("It hides nothing");
+    Tell("It hides nothing");
     return;
   }
-  WriteLine("It hides");
+  Tell("It hides");
   for (const HiddenFile& hidden : explanation.hidden) {
-    WriteLine(Entitled(hidden.file, numbers) + ": " + InWords(hidden.reason));
+    Tell(Entitled(hidden.file, numbers) + ": " + InWords(hidden.reason));
   }
 }
 
 void WriteMiss(const Explanation& explanation) {
   if (!NamesAFile(explanation.question.Target())) {
-    WriteLine("It names no file: it has no base name");
+    Tell("It names no file: it has no base name");
     return;
   }
-  WriteLine("It means no file on the path");
-  WriteLine(explanation.near.empty() ? "Nothing is near it" : "Near it");
+  Tell("It means no file on the path");
+  Tell(explanation.near.empty() ? "Nothing is near it" : "Near it");
   for (const NearName& name : explanation.near) {
-    WriteLine(Entitled(name.location, name.number) + ": " + InWords(name.obstacles) + WayTo(name));
+    Tell(Entitled(name.location, name.number) + ": " + InWords(name.obstacles) + WayTo(name));
   }
-  if (explanation.furtherNear != 0) WriteLine("  and " + std::to_string(explanation.furtherNear) + " more");
+  if (explanation.furtherNear != 0) Tell("  and " + std::to_string(explanation.furtherNear) + " more");
   if (explanation.unread.empty()) return;
-  WriteLine("It may stand where nothing could be read");
+  Tell("It may stand where nothing could be read");
   for (const UnreadFolder& folder : explanation.unread) {
-    WriteLine(Entitled(folder.location, folder.number) + ": " + folder.reason);
+    Tell(Entitled(folder.location, folder.number) + ": " + folder.reason);
   }
 }
 

@@ -111,7 +111,8 @@ std::vector<FolderEntryPtr> Read(const CacheRecords& records, const std::vector<
   return entries;
 }
 
-// The base name and the extension of the file that `name` followed by `extension` calls, as names are cut.
+// The ordinals of the entries that may hold the file called `name` followed by `extension`, which the index cuts its
+// own way.
 std::vector<std::uint32_t> HoldersOf(const CacheIndex& index, const std::u16string& name,
                                      const std::u16string& extension) {
   const std::u16string fullName = name + extension;
@@ -241,20 +242,20 @@ struct CachedPath::State {
 
   [[nodiscard]] boost::optional<FoundItem> FindFirst(SearchScope scope, const SearchTarget& target,
                                                      FilenameMatchingPolicy policy) const {
-    PathLayer::Hit read_;
+    PathLayer::Hit amongRead;
     if (replaced.layer) {
-      read_ = replaced.layer->FindFirst(target, policy,
-                                        [scope](const PathLayer::Slot& slot) { return scope.Contains(slot.kind); });
+      amongRead = replaced.layer->FindFirst(target, policy,
+                                            [scope](const PathLayer::Slot& slot) { return scope.Contains(slot.kind); });
     }
     for (const std::uint32_t ordinal : CandidatesFor(Records().GetImage(), target)) {
       const std::size_t main = Records().MainOf(ordinal);
-      if (main >= count || (read_.item && main > read_.slot->position)) break;
+      if (main >= count || (amongRead.item && main > amongRead.slot->position)) break;
       if (!IsAlive(main) || !scope.Contains(static_cast<PathEntryType>(Records().RowOf(ordinal).kind))) continue;
       const FolderEntryPtr entry = Records().Entry(ordinal);
       if (auto item = entry->FindFirst(target, policy)) return FoundItem(std::move(item), entry);
     }
-    if (!read_.item) return boost::none;
-    return FoundItem(std::move(read_.item), read_.slot->entry);
+    if (!amongRead.item) return boost::none;
+    return FoundItem(std::move(amongRead.item), amongRead.slot->entry);
   }
 
   [[nodiscard]] std::vector<EntryPtr> ClassFolders(SearchScope scope, const std::u16string& name,

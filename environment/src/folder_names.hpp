@@ -76,7 +76,7 @@ class FolderNames {
   /// `fullNames` in any order; repeats count once.
   explicit FolderNames(std::vector<std::u16string> fullNames);
 
-  /// What Pack gave, copied. Throws `std::invalid_argument` for bytes that no table of names is packed into.
+  /// What GetPacked gave, copied. Throws `std::invalid_argument` for bytes that no table of names is packed into.
   explicit FolderNames(const PackedNames& packed);
 
   [[nodiscard]] std::size_t size() const noexcept { return view_.size(); }

@@ -28,7 +28,7 @@ namespace {
 
 using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
 
-constexpr std::string_view kFirstLine = "vornixpath-snapshot 1";
+constexpr std::string_view kSnapshotFirstLine = "vornixpath-snapshot 1";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 struct NamedKind {
@@ -51,10 +51,10 @@ std::string ChecksumOf(std::string_view bytes) {
 // Of the bytes of a name: those that would end or hide a line.
 bool NeedsEscape(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F || byte == '%'; }
 
-class Writer {
+class SnapshotWriter {
  public:
   std::string Write(const PathSnapshot& snapshot) {
-    Line(kFirstLine);
+    Line(kSnapshotFirstLine);
     Line("taken", ToText(snapshot.taken));
     const auto entries = snapshot.path->GetMainEntries();
     for (std::size_t i = 0; i < entries->size(); ++i) {
@@ -258,9 +258,10 @@ std::vector<FolderEntryPtr> MainEntriesOf(const FolderPath* path) {
   return entries;
 }
 
-class Reader {
+class SnapshotReader {
  public:
-  Reader(std::string_view bytes, const FolderPath* predecessor) : lines_(bytes), former_(MainEntriesOf(predecessor)) {}
+  SnapshotReader(std::string_view bytes, const FolderPath* predecessor)
+      : lines_(bytes), former_(MainEntriesOf(predecessor)) {}
 
   [[nodiscard]] std::size_t LineNumber() const noexcept { return lines_.Number(); }
 
@@ -376,11 +377,11 @@ SnapshotError::SnapshotError(const std::string& file, const SnapshotError& error
 
 SnapshotError::~SnapshotError() = default;
 
-std::string PathSnapshot::ToBytes() const { return Writer().Write(*this); }
+std::string PathSnapshot::ToBytes() const { return SnapshotWriter().Write(*this); }
 
 PathSnapshot PathSnapshot::Parse(std::string_view bytes, const FolderPath* predecessor) {
   RequireChecksum(bytes);
-  Reader reader(bytes, predecessor);
+  SnapshotReader reader(bytes, predecessor);
   try {
     return reader.Read();
   } catch (const std::invalid_argument& reason) {

@@ -22,9 +22,9 @@ using foundation::storage::vfs::StorageSystemReference;
 namespace {
 
 // The file itself and what stands beside it.
-class Places {
+class PlacesBeside {
  public:
-  explicit Places(const AbsoluteIRI& file) : file_(file) {}
+  explicit PlacesBeside(const AbsoluteIRI& file) : file_(file) {}
 
   [[nodiscard]] const AbsoluteIRI& File() const { return file_; }
   [[nodiscard]] AbsoluteIRI Folder() const { return file_.getParent(); }
@@ -51,12 +51,12 @@ bool Attempt(const Restore& restore) noexcept {
   }
 }
 
-void PutBack(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old) {
+void PutBack(const IStorageProvider& storage, const PlacesBeside& places, const std::optional<std::string>& old) {
   if (old) return ReplaceWholeFile(storage, places.File(), places.Draft(), {*old}, Durability::Flushed);
   RemoveIfThere(storage, places.File());
 }
 
-void Install(const IStorageProvider& storage, const Places& places, std::string_view bytes) {
+void Install(const IStorageProvider& storage, const PlacesBeside& places, std::string_view bytes) {
   try {
     ReplaceWholeFile(storage, places.File(), places.Draft(), {bytes}, Durability::Flushed);
   } catch (...) {
@@ -67,7 +67,7 @@ void Install(const IStorageProvider& storage, const Places& places, std::string_
 
 // Makes sure that what was installed in the place of `old` stays, or puts `old` back and calls `afterwards`.
 template <class Afterwards>
-void Settle(const IStorageProvider& storage, const Places& places, const std::optional<std::string>& old,
+void Settle(const IStorageProvider& storage, const PlacesBeside& places, const std::optional<std::string>& old,
             const Afterwards& afterwards) {
   try {
     storage.FlushFolder(places.Folder());
@@ -113,7 +113,7 @@ SavedPathFile SavedPathFile::WithLinksFollowed() const {
 
 std::unique_ptr<IFileLock> SavedPathFile::Lock(std::chrono::milliseconds timeout) const {
   const auto storage = storage_.ProviderFor(file_);
-  const Places places(file_);
+  const PlacesBeside places(file_);
   MakeFolderWithParents(*storage, places.Folder());
   return storage->Lock(places.Lock(), timeout);
 }
@@ -123,7 +123,7 @@ void SavedPathFile::Replace(const std::optional<std::string>& old, const std::st
   if (old == bytes) return;
 
   const auto storage = storage_.ProviderFor(file_);
-  const Places places(file_);
+  const PlacesBeside places(file_);
   const AbsoluteIRI version =
       PathVersions(*storage, places.Versions()).Keep(old ? std::string_view(*old) : std::string_view(), {kind, undone});
   const auto dropVersion = [&] { RemoveIfThere(*storage, version); };
@@ -139,7 +139,8 @@ void SavedPathFile::Replace(const std::optional<std::string>& old, const std::st
 
 std::vector<PathVersion> SavedPathFile::GetVersions() const {
   const auto storage = storage_.ProviderFor(file_);
-  return PathVersions(*storage, Places(storage->CanonicalLocation(file_)).Versions()).Read(ReadBytes().value_or(""));
+  return PathVersions(*storage, PlacesBeside(storage->CanonicalLocation(file_)).Versions())
+      .Read(ReadBytes().value_or(""));
 }
 
 const PathVersion* SavedPathFile::VersionToUndo(const std::vector<PathVersion>& versions,

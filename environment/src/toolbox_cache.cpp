@@ -116,7 +116,7 @@ void ToolboxCache::Check() const {
   const CacheImage& image = records_->GetImage();
   image.CheckAll();
   for (std::size_t main = 0; main < records_->CountOfMains(); ++main) {
-    static_cast<void>(records_->MainEntry(main)->GetLocation());
+    static_cast<void>(records_->MainEntry(main));
   }
   static_cast<void>(CacheIndex(image).ClassFoldersOf(u""));
   for (const PostingRow& posting :

@@ -54,7 +54,6 @@ void Compare(WatchedDisk& watched, Figures& figures) {
   ++figures.bouts;
   if (!watched.AwaitFreshness()) ++figures.lost;
   figures.slowest = std::max(figures.slowest, MillisecondsSince(start));
-  watched.refreshes.clear();
 }
 
 void Change(RandomDisk& disk, WatchedDisk& watched, RandomSource& random, std::size_t changes, Figures& figures) {

@@ -46,8 +46,8 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT MainSearchPathManager final : public PathMa
   ///
   /// Whatever is thrown, the path is as it was: what `edit` threw; SavedPathError; the storage layer's Exception, with
   /// std::errc::timed_out when another process edits for too long; PathChangedException when a person changes the file
-  /// at the same moment; RecursivePathChangeException when a listener calls
-  /// this on the thread that announces a change to it. Other threads wait.
+  /// at the same moment; RecursivePathChangeException when a listener calls this on the thread that announces a change
+  /// to it. Other threads wait.
   void Edit(const std::function<void()>& edit);
 
   /// Goes back to before the last edit that is neither undone nor without effect on what stands there now, and returns

@@ -32,21 +32,7 @@ class SEARCH_PATH_ENVIRONMENT_EXPORT SnapshotError : public std::runtime_error {
 
 /// A value: the path is immutable, and whatever was asked of the path that was kept is answered alike.
 ///
-/// The text has one entry a line, each a word and what belongs to it:
-///
-///     snapshot   = "vornixpath-snapshot 1" LF "taken " TIME LF *main *repeat "checksum " 16HEXDIG LF
-///     main       = "folder " POSITION " " IRI LF content "end" LF
-///     content    = [ "canonical " IRI LF ] [ "ignores-case" LF ] *problem *( "file " NAME LF ) *subfolder
-///     problem    = "problem " KIND " " ( "none" / "generic:" NUMBER / "system:" NUMBER ) " " IRI LF
-///     subfolder  = "subfolder " NAME LF content "end" LF
-///     repeat     = "repeated " POSITION " " IRI LF
-///
-/// TIME is as in utc_time.hpp, POSITION that of a folder on the path as it was given, from 1; those of the mains go up,
-/// and so do those of the repeats. `canonical` stands where the folder is not what it is spelled, `ignores-case` where
-/// its storage makes no difference between letter cases. KIND is `missing`, `not-a-folder`, `unreadable`, `loop` or
-/// `too-deep`; the number is the system's own,
-/// that of an input/output error for errors of other makes. A NAME is UTF-8, or whatever bytes the name has on disk,
-/// with '%' and control characters as "%XX". The checksum is XXH3 (64 bits, seed 0) of all bytes before its line.
+/// docs/formats/snapshot.md has the grammar of its text.
 struct SEARCH_PATH_ENVIRONMENT_EXPORT PathSnapshot {
   std::shared_ptr<const FolderPath> path;  ///< not null
   std::chrono::sys_seconds taken;          ///< when, in UTC

@@ -293,7 +293,7 @@ TEST(ShadowBaseline, IsStillWholeWhateverFailsWhileItIsWritten) {
   }
 }
 
-// Two folders that share the names f and g, of equal content where `grade` says so.
+// Two folders that share the names f and g, graded so.
 std::vector<ShadowPair> PairWith(ShadowGrade gradeOfF, ShadowGrade gradeOfG) {
   const MemoryStorage storage =
       std::move(MemoryStorage().WithFiles({u"/a/f.vnx", u"/b/f.vnx", u"/a/g.vnx", u"/b/g.vnx"}));

@@ -23,10 +23,7 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 std::vector<GradedShadow> Graded(const Quorvex::PathManagement::IPath& path) {
-  ShadowGrading grade(VornixStorageSystem::GetStorageSystemReference());
-  std::vector<GradedShadow> graded;
-  for (Shadow& shadow : FindShadows(path, {u".vnx"})) graded.push_back(grade(std::move(shadow)));
-  return graded;
+  return GradedShadowsOf(path, {u".vnx"}, VornixStorageSystem::GetStorageSystemReference());
 }
 
 std::vector<std::string> GradesOn(const Quorvex::PathManagement::IPath& path) {

@@ -138,7 +138,7 @@ TEST(FolderProof, TakesOneQuestionAndOneForEachLink) {
   EXPECT_EQ(counting->GetCount(), 2U);
 }
 
-TEST(FolderProof, ProvesNothingOfAFolderThatWasTouchedJustBefore) {
+TEST(FolderProof, ProvesAFolderThatWasTouchedJustBeforeOnlyIfTheClockHasTicked) {
   const DiskFolder disk;
   disk.AddFile("f.x");
   const auto entry = ReadEntry(disk.LocationOf());

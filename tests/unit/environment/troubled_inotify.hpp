@@ -47,8 +47,6 @@ class WatchTrouble {
     resumed_.wait(lock, [this] { return !isPaused_; });
   }
 
-  std::atomic<std::size_t> readings = 0;  ///< that brought events
-
  private:
   std::mutex mutex_;
   std::condition_variable resumed_;
@@ -73,7 +71,6 @@ class TroubledInotify final : public Inotify {
   ssize_t Read(std::span<std::byte> buffer) override {
     trouble_->WaitWhilePaused();
     const ssize_t size = inotify_->Read(buffer);
-    if (size > 0) ++trouble_->readings;
     return size;
   }
 

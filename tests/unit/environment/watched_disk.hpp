@@ -81,8 +81,7 @@ class WatchedDisk {
     const auto end = std::chrono::steady_clock::now() + kLongEnough;
     while (true) {
       DispatchSessionEvents();
-      refreshes.push_back(watched->Refresh());
-      if (isReached(*refreshes.back().path)) return true;
+      if (isReached(*watched->Refresh().path)) return true;
       if (std::chrono::steady_clock::now() > end) return false;
       bell_->Wait(std::chrono::milliseconds(100));
     }
@@ -109,7 +108,6 @@ class WatchedDisk {
 
   std::shared_ptr<WatchTrouble> trouble;
   std::unique_ptr<WatchedPath> watched;
-  std::vector<PathRefresh> refreshes;  ///< that Await has made
 
  private:
   std::shared_ptr<Bell> bell_ = std::make_shared<Bell>();
