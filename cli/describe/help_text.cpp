@@ -15,16 +15,14 @@ class HelpReader {
     const std::string text = line.substr(indent);
     if (text.empty()) {
       open_ = Open::Nothing;
-    } else if (open_ == Open::Item && indent > itemIndent_) {
-      GoOn(text);
+    } else if (GoesOn(indent, text)) {
+      parts.back().text += " " + text;
     } else if (indent > 0 && text.starts_with("vornixpath ")) {
       Begin(HelpPart::Kind::Example, "", text, Open::Nothing);
     } else if (const std::size_t gap = text.find("  "); indent > 0 || gap != std::string::npos) {
       itemIndent_ = indent;
       const std::size_t said = text.find_first_not_of(' ', std::min(gap, text.size()));
       Begin(HelpPart::Kind::Item, text.substr(0, gap), said == std::string::npos ? "" : text.substr(said), Open::Item);
-    } else if (open_ == Open::Paragraph && !text.starts_with("Exit status:")) {
-      GoOn(text);
     } else {
       Begin(HelpPart::Kind::Paragraph, "", text, Open::Paragraph);
     }
@@ -35,7 +33,11 @@ class HelpReader {
  private:
   enum class Open { Nothing, Paragraph, Item };
 
-  void GoOn(const std::string& text) { parts.back().text += " " + text; }
+  bool GoesOn(std::size_t indent, const std::string& text) const {
+    if (open_ == Open::Item) return indent > itemIndent_;
+    const bool isSentence = indent == 0 && text.find("  ") == std::string::npos;
+    return open_ == Open::Paragraph && isSentence && !text.starts_with("Exit status:");
+  }
 
   void Begin(HelpPart::Kind kind, const std::string& term, const std::string& text, Open open) {
     parts.push_back({kind, term, text});

@@ -92,7 +92,7 @@ std::string Prose(std::string_view help) {
 std::string Topic(std::string_view name) {
   std::string title(name);
   for (char& letter : title) letter = letter == '-' ? ' ' : static_cast<char>(std::toupper(letter));
-  return Section(title, Prose(HelpAbout(name).value()));
+  return Section(title, Prose(HelpAbout(name).value_or("")));
 }
 
 // Readers look for the last two after all others.

@@ -40,13 +40,15 @@ std::string Message(const DescribedArgument& argument) {
 
 // One specification for each of its names; each rules out the others unless the option may be repeated.
 std::string Specifications(const DescribedOption& option) {
-  const std::string described = "[" + WithBackslashes(Headline(option.description), "[]") + "]";
   const std::string excluded = option.repeats ? "*" : "(" + JoinedNames(option.names, " ", " ") + ")";
+  const std::string told = "[" + WithBackslashes(Headline(option.description), "[]") + "]" +
+                           (option.argument ? Message(*option.argument) : "");
   std::string lines;
   for (const std::string& name : option.names) {
     const bool takesAfterSign = option.argument && name.starts_with("--");
-    lines += " \\\n        " + ShellWord(excluded + name + (takesAfterSign ? "=" : "") + described +
-                                         (option.argument ? Message(*option.argument) : ""));
+    std::string specification = excluded;
+    specification.append(name).append(takesAfterSign ? "=" : "").append(told);
+    lines.append(" \\\n        ").append(ShellWord(specification));
   }
   return lines;
 }
