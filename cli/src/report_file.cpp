@@ -1,12 +1,12 @@
 #include "report_file.hpp"
 
 #include <array>
-#include <foundation/storage/vfs/exception.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/whole_file.hpp>
 #include <span>
 #include <stdexcept>
 
+#include "kind_at.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 
@@ -30,22 +30,12 @@ std::string BeginningOf(const IStorageProvider& storage, const AbsoluteIRI& file
   return {bytes.data(), size};
 }
 
-// What is there and no regular file is refused by whoever replaces it.
-bool IsRegularFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
-  try {
-    return storage.Stat(file).kind == FileKind::File;
-  } catch (const foundation::storage::vfs::Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    return false;
-  }
-}
-
 }  // namespace
 
 // A slip of the keyboard must not cost somebody's file.
 void RequireReportOrNothing(const AbsoluteIRI& file) {
   const auto storage = VornixStorageSystem::GetStorageSystemReference().ProviderFor(file);
-  if (!IsRegularFile(*storage, file)) return;
+  if (KindAt(*storage, file) != FileKind::File) return;  // whoever replaces it refuses what is there and no file
   const std::string beginning = BeginningOf(*storage, file);
   if (beginning.empty() || beginning == kReportBeginning) return;
   throw std::runtime_error("cannot replace " + Quoted(TextOf(file)) + ": it is no report");

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "folders_below.hpp"
+#include "kind_at.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "storage_failure.hpp"
@@ -36,18 +37,10 @@ auto Named(const std::string& verb, const AbsoluteIRI& file, const Work& work) {
   }
 }
 
-bool IsRegularFile(const IStorageProvider& storage, const AbsoluteIRI& file) {
-  try {
-    return storage.Stat(file).kind == FileKind::File;
-  } catch (const Exception& failure) {
-    if (failure.GetError() != std::errc::no_such_file_or_directory) throw;
-    return true;  // once it is made
-  }
-}
-
 // A device or a FIFO is not even opened.
 std::optional<std::string> BytesOf(const IStorageProvider& storage, const AbsoluteIRI& file) {
-  if (!IsRegularFile(storage, file)) throw std::runtime_error("it is no regular file");
+  const bool isFileOrNothing = KindAt(storage, file).value_or(FileKind::File) == FileKind::File;
+  if (!isFileOrNothing) throw std::runtime_error("it is no regular file");
   return Quorvex::PathEnvironment::ReadWholeFile(storage, file);
 }
 
