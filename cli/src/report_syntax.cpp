@@ -29,17 +29,11 @@ CommandSyntax AddReport(CLI::App& app) {
   ReportOptions& options = typed->report;
   CLI::App& command = AddCommand(app, "report", "", "Write a page about the path, for a browser");
   options.path.cache = CacheUse::Off;  // what is told of reading is measured
-  command.add_option("--html", typed->file, "The file that the page is written to; one that is there\nis replaced")
-      ->type_name("FILE");
+  command.add_option("--html", typed->file, "The file that the page is written to")->type_name("FILE");
   AddPathOptions(command, options.path);
   AddPackagesOption(command, options.path);
   AddMaskOption(command, options.path);
-  command
-      .add_option("--ext", options.extensions,
-                  "The extensions of files that are looked for, in\n"
-                  "order, separated by commas; '' for none")
-      ->type_name(".A,.B")
-      ->capture_default_str();
+  AddExtensionOption(command, options.extensions);
   command.add_flag("--strict", options.strict, "End with 3 when a folder or a file could not be read");
   command.footer(
       "The page tells the folders in order, what hides what, what 'vornixpath doctor' finds, which folders take\n"
