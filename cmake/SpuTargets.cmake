@@ -16,14 +16,24 @@ if(SPU_WARNINGS_AS_ERRORS)
     $<$<AND:$<BOOL:${CMAKE_UNITY_BUILD}>,$<CXX_COMPILER_ID:GNU>>:-Wno-subobject-linkage>)
 endif()
 if(SPU_SANITIZE)
-  target_compile_options(spu_compile_options INTERFACE -fsanitize=${SPU_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_compile_options(spu_compile_options INTERFACE
+    -fsanitize=${SPU_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(spu_compile_options INTERFACE -fsanitize=${SPU_SANITIZE})
 endif()
+
+# spu_guide_fuzzing(<target>): lets a fuzzer see which ways an input takes through it. Not for tests and what else is no
+# library: they would take half as long again to compile.
+function(spu_guide_fuzzing target)
+  if(SPU_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
+endfunction()
 
 # spu_finish_shared_library(<target>): what every shared library of ours is, whatever it is made of.
 function(spu_finish_shared_library target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:spu_compile_options>)
+  spu_guide_fuzzing(${target})
   if(NOT SPU_SANITIZE)
     target_link_options(${target} PRIVATE LINKER:--no-undefined)
   endif()
@@ -62,6 +72,7 @@ function(spu_add_family folder)
     PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(spu_${folder} PUBLIC search_path_utilities::search_path_interfaces ${ARG_SEES}
     PRIVATE spu_compile_options)
+  spu_guide_fuzzing(spu_${folder})
   # A library that defines unique symbols is never unloaded, and what it made when it was loaded never goes.
   target_compile_options(spu_${folder} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   set_target_properties(spu_${folder} PROPERTIES

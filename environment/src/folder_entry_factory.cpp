@@ -27,7 +27,7 @@ std::vector<FolderEntryPtr> MainEntriesOf(const FolderPath& path) {
   return entries;
 }
 
-bool IsByLocation(const FolderEntryPtr& left, const FolderEntryPtr& right) {
+bool IsEarlierByLocation(const FolderEntryPtr& left, const FolderEntryPtr& right) {
   return left->GetLocation() < right->GetLocation();
 }
 
@@ -108,7 +108,7 @@ void FolderEntryFactory::WriteToolboxCache(std::ostream& out, const AbsoluteIRI&
   }
   if (!contents.list) {
     contents.mainEntries = alive_->GetAll();
-    std::sort(contents.mainEntries.begin(), contents.mainEntries.end(), IsByLocation);
+    std::sort(contents.mainEntries.begin(), contents.mainEntries.end(), IsEarlierByLocation);
   }
   const std::size_t left = std::erase_if(contents.mainEntries, [&](const FolderEntryPtr& entry) {
     return !RelativeTo(toolboxRoot, entry->GetLocation());

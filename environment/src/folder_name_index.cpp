@@ -18,7 +18,7 @@ using foundation::storage::vfs::AbsoluteIRI;
 
 // The text whose last name a partial pathname is compared with. A location that is no path of its storage can still be
 // named by its whole path.
-std::u16string TextOf(const AbsoluteIRI& location) {
+std::u16string ComparedTextOf(const AbsoluteIRI& location) {
   try {
     return PathManagement::GetStringFromIRI(location);
   } catch (const foundation::storage::vfs::Exception&) {
@@ -37,7 +37,7 @@ std::uint64_t KeyOf(std::u16string_view name) {
 FolderNameIndex::FolderNameIndex(const std::vector<LocationTable::Slot>& slots) {
   entries_.reserve(slots.size());
   for (Ordinal ordinal = 0; ordinal < slots.size(); ++ordinal) {
-    const auto names = SplitIntoComponents(TextOf(slots[ordinal].entry->GetLocation()));
+    const auto names = SplitIntoComponents(ComparedTextOf(slots[ordinal].entry->GetLocation()));
     if (!names.empty()) entries_[KeyOf(names.back())].push_back(ordinal);
   }
 }

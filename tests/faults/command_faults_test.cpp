@@ -68,7 +68,6 @@ Tree TreeOf(const MemoryStorageProvider& storage) {
   return tree;
 }
 
-const std::string kSession = "memory:///state/path";
 const std::u16string kSavedPath = u"/state/path";
 const std::string kCache = "memory:///cache/toolbox";
 const std::string kSnapshot = "memory:///kept/snapshot";

@@ -18,13 +18,9 @@ using Quorvex::PathEnvironment::InMemory;
 using Quorvex::PathEnvironment::MemoryStorage;
 using testing::HasSubstr;
 
-const std::string kSavedPath = "memory:///state/path";
-
 class DoctorWhereStorageRefuses : public testing::Test {
  protected:
-  DoctorWhereStorageRefuses() {
-    static_cast<void>(RunAdd({{{"memory:///a", "memory:///b"}, kSavedPath, false}, false}));
-  }
+  DoctorWhereStorageRefuses() { static_cast<void>(RunAdd({{{"memory:///a", "memory:///b"}, kSession, false}, false})); }
 
   void Refuse(StorageOperation operation, const std::u16string& location) {
     storage_.Through<FailingStorageProvider>()->Plan({.operation = operation,
@@ -35,7 +31,7 @@ class DoctorWhereStorageRefuses : public testing::Test {
 
   static DoctorOptions Strict(bool strict) {
     DoctorOptions options;
-    options.path.session = kSavedPath;
+    options.path.session = kSession;
     options.strict = strict;
     return options;
   }

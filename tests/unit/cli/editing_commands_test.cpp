@@ -23,8 +23,6 @@ using Quorvex::PathEnvironment::InMemory;
 using Quorvex::PathEnvironment::MemoryStorage;
 using testing::HasSubstr;
 
-const std::string kSession = "memory:///state/path";
-
 Fault RefusalToList(std::u16string_view folder) {
   return {StorageOperation::CheckFolder, InMemory(folder), 1, std::make_error_code(std::errc::permission_denied),
           Persistence::Persistent};

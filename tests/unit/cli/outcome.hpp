@@ -10,6 +10,9 @@
 
 namespace vornixpath {
 
+/// Where commands keep the session's path, in storage of a test's own.
+inline const std::string kSession = "memory:///state/path";
+
 /// What came of running a command.
 struct Outcome {
   ExitStatus status = ExitStatus::Yes;

@@ -19,7 +19,6 @@ using Quorvex::PathEnvironment::InMemory;
 using Quorvex::PathEnvironment::MemoryStorage;
 using testing::HasSubstr;
 
-const std::string kSession = "memory:///state/path";
 const std::string kOld = "# shadowed names, version 1\n# old\n";
 
 class ShadowsWithAFileThatCannotBeRead : public testing::Test {

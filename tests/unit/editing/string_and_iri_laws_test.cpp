@@ -34,8 +34,8 @@ TEST(StringAndIRI, GiveBackEveryAbsolutePathInNormalFormStrayBytesIncluded) {
   SCOPED_TRACE(random.Describe());
 
   for (int round = 0; round < 20'000; ++round) {
-    const std::u16string path = RandomAbsolutePath(random);
-    ASSERT_EQ(GetStringFromIRI(GetIRIFromString(path)), path) << to_displayed_text(path);
+    const std::u16string text = RandomAbsolutePath(random);
+    ASSERT_EQ(GetStringFromIRI(GetIRIFromString(text)), text) << to_displayed_text(text);
   }
 }
 

@@ -19,7 +19,7 @@ using testing::Property;
 using testing::StrEq;
 using testing::Throws;
 
-const auto kNoon = *TimeFromText("2026-11-21T12:00:00Z");
+const auto kTaken = *TimeFromText("2026-11-21T12:00:00Z");
 
 class ASnapshotFile : public testing::Test {
  protected:
@@ -28,7 +28,7 @@ class ASnapshotFile : public testing::Test {
   }
 
   [[nodiscard]] PathSnapshot SnapshotOf(const std::vector<std::u16string>& folders) const {
-    return {storage_.Path(folders), kNoon};
+    return {storage_.Path(folders), kTaken};
   }
 
   [[nodiscard]] std::size_t FilesBeside() const {
