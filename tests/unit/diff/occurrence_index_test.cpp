@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <occurrence_index.hpp>
 #include <vector>
@@ -73,6 +74,26 @@ TEST(OccurrenceIndex, FindsEveryElementOfSequencesOfAllLengths) {
     EXPECT_EQ(found, length);
     EXPECT_EQ(index.LastOf(x), kNowhere);
     sequence.push_back(std::make_shared<const int>());
+  }
+}
+
+/// At the address whose product with the golden ratio, by which the index hashes, has all bits set. There is no object.
+Object WithAllBitsOfItsHashSet() {
+  constexpr std::uint64_t goldenRatio = 0x9E3779B97F4A7C15;
+  std::uint64_t inverse = goldenRatio;  // of which each round makes twice as many bits right, from three on
+  for (int round = 0; round < 5; ++round) inverse *= 2 - goldenRatio * inverse;
+  const auto address = static_cast<std::uintptr_t>(~std::uint64_t{0} * inverse);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): nobody looks at what is there
+  return {std::shared_ptr<void>(), reinterpret_cast<const int*>(address)};
+}
+
+// What a slot holds must not look like an empty one, whose bits are all set.
+TEST(OccurrenceIndex, FindsTheLastElementWhenAllBitsOfItsHashAreSet) {
+  const Object wanted = WithAllBitsOfItsHashSet();
+  for (SequencePosition last = 0; last < 9; ++last) {
+    Objects sequence(last, x);
+    sequence.push_back(wanted);
+    EXPECT_EQ(Index(sequence).LastOf(wanted), last);
   }
 }
 
