@@ -95,5 +95,12 @@ TEST(GetIRIFromString, RefusesAPathThatNamesNothingAndQuotesIt) {
   EXPECT_THAT([] { return GetIRIFromString(u"/\xD800"); }, FailsWith(std::errc::invalid_argument));
 }
 
+// The platform that makes the identifier does so, too, and would hide it if the library did not.
+TEST(GetIRIFromString, HandsThePathOnInNativeFormAsAMessageShows) {
+  const std::u16string withNul(u"//a//\0", 6);
+
+  EXPECT_THAT([&] { return GetIRIFromString(withNul); }, FailsQuoting("/a/\\u{0}"));
+}
+
 }  // namespace
 }  // namespace Quorvex::PathManagement
