@@ -93,6 +93,12 @@ TEST(FindFirstFileVisibleOnPath, PassesOverAClassFolderWithoutTheFile) {
   EXPECT_EQ(FileVisibleOn(*path, u"foo"), "/b/@foo/foo.vnx");
 }
 
+TEST(FindFirstFileVisibleOnPath, FindsTheFileOfTheMainEntryWhenNoClassFolderOfItsNameHasIt) {
+  const auto path = APath().With(Folder("/a").WithClass(Folder("foo").WithFile("bar.vnx"))).With(WithFoo("/b")).Build();
+
+  EXPECT_EQ(FileVisibleOn(*path, u"foo"), "/b/foo.vnx");
+}
+
 TEST(FindFirstFileVisibleOnPath, LetsOnlyTheFirstClassHitCompeteWithTheMainEntry) {
   const auto log = std::make_shared<CallLog>();
   const auto path = APath()
