@@ -106,8 +106,9 @@ TEST_F(DeduplicatedPathFiles, LieWhereTheItemSaysNotWhereTheEntryIs) {
 TEST_F(DeduplicatedPathFiles, AreHandedOutWithoutSpareRoom) {
   const FoundItem foo = Item(u"file:///a", u"foo", u".m");
   const FoundItem bar = Item(u"file:///a", u"bar", u".m");
+  const FoundItem baz = Item(u"file:///a", u"baz", u".m");
 
-  EXPECT_EQ(FilesKeptOf({foo, bar, foo}, {bar, foo}).capacity(), 2U);
+  EXPECT_EQ(FilesKeptOf({foo, bar, foo}, {bar, baz, foo}).capacity(), 3U);
 }
 
 TEST(DeduplicatedPath, LetsTheFailureOfASearchPass) {

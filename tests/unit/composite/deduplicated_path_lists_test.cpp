@@ -126,11 +126,11 @@ TEST(DeduplicatedPath, LetsTheFailureOfAComponentPassFromEveryList) {
   EXPECT_THROW(static_cast<void>(path.GetPartiallyMatchingEntries(kEverything, u"a", kPolicy)), InjectedFailure);
 }
 
-// Lists of twice the same two entries, each with spare room.
+// Lists of twice the same three entries, each with spare room. A vector that grows by itself has room for four.
 TEST(DeduplicatedPath, HandsEveryListOutWithoutSpareRoom) {
-  const auto source = APath().With(Folder("/a")).With(Folder("/b")).Build();
+  const auto source = APath().With(Folder("/a")).With(Folder("/b")).With(Folder("/c")).Build();
   const auto mock = std::make_shared<NiceMock<MockPath>>();
-  MockPath::Entries entries = {source->EntryAt("/a"), source->EntryAt("/b")};
+  MockPath::Entries entries = {source->EntryAt("/a"), source->EntryAt("/b"), source->EntryAt("/c")};
   entries.reserve(100);
   ON_CALL(*mock, GetMainEntries).WillByDefault([&] { return std::make_shared<MockPath::Entries>(entries); });
   ON_CALL(*mock, GetMethodEntries).WillByDefault(Return(entries));
@@ -138,10 +138,10 @@ TEST(DeduplicatedPath, HandsEveryListOutWithoutSpareRoom) {
   ON_CALL(*mock, GetPartiallyMatchingEntries).WillByDefault(Return(entries));
   const DeduplicatedPath path(PathPtrs{mock, mock});
 
-  EXPECT_EQ(path.GetMainEntries()->capacity(), 2U);
-  EXPECT_EQ(path.GetMethodEntries().capacity(), 2U);
-  EXPECT_EQ(path.GetMethodEntriesByName(kEverything, u"Cls", kPolicy).capacity(), 2U);
-  EXPECT_EQ(path.GetPartiallyMatchingEntries(kEverything, u"a", kPolicy).capacity(), 2U);
+  EXPECT_EQ(path.GetMainEntries()->capacity(), 3U);
+  EXPECT_EQ(path.GetMethodEntries().capacity(), 3U);
+  EXPECT_EQ(path.GetMethodEntriesByName(kEverything, u"Cls", kPolicy).capacity(), 3U);
+  EXPECT_EQ(path.GetPartiallyMatchingEntries(kEverything, u"a", kPolicy).capacity(), 3U);
 }
 
 }  // namespace
