@@ -1,18 +1,16 @@
 #include "cached_loading.hpp"
 
-#include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/storage_system.hpp>
 #include <search_path_environment/cached_path.hpp>
 #include <search_path_environment/distinct_folders.hpp>
 #include <search_path_environment/folder_path_factory.hpp>
-#include <search_path_environment/location_from_text.hpp>
 #include <stdexcept>
 
-#include "environment_variable.hpp"
 #include "location_argument.hpp"
 #include "location_text.hpp"
 #include "output.hpp"
 #include "usage_error.hpp"
+#include "usual_place.hpp"
 
 namespace vornixpath {
 
@@ -28,11 +26,6 @@ using Quorvex::PathEnvironment::FolderPathFactory;
 using Quorvex::PathEnvironment::ToolboxCache;
 using Quorvex::PathEnvironment::ToolboxCacheError;
 using Folders = std::vector<AbsoluteIRI>;
-
-std::optional<AbsoluteIRI> FileBelow(const std::optional<std::string>& folder, const std::string& place) {
-  if (!folder || folder->front() != '/') return std::nullopt;
-  return Quorvex::PathEnvironment::LocationFromPath(fl::filesystem::from_bytes(*folder + place), u"/");
-}
 
 std::optional<ToolboxCache> Opened(const CacheChoice& choice) {
   if (choice.use == CacheUse::Off || !choice.file) return std::nullopt;
@@ -66,8 +59,8 @@ LoadedPath LoadWith(const ToolboxCache& cache, const FolderList& list, const Fol
 }  // namespace
 
 std::optional<AbsoluteIRI> UsualCacheFile() {
-  if (auto file = FileBelow(Variable("XDG_CACHE_HOME"), "/vornixpath/toolbox.cache")) return file;
-  return FileBelow(Variable("HOME"), "/.cache/vornixpath/toolbox.cache");
+  if (auto file = PlaceBelow("XDG_CACHE_HOME", "/vornixpath/toolbox.cache")) return file;
+  return PlaceBelow("HOME", "/.cache/vornixpath/toolbox.cache");
 }
 
 AbsoluteIRI CacheFileFor(const PathOptions& options) {
