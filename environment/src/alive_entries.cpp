@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "former_entries.hpp"
+
 namespace Quorvex::PathEnvironment {
 
 using foundation::storage::vfs::AbsoluteIRI;
@@ -15,11 +17,8 @@ AliveEntries::EntryPtr AliveEntries::Find(const AbsoluteIRI& location) const {
 
 AliveEntries::EntryPtr AliveEntries::Settle(EntryPtr entry) {
   // Compared outside the lock: entries never change, and a large one takes its time.
-  EntryPtr known = Find(entry->GetLocation());
-  if (known && known->HoldsTheSameAs(*entry)) {
-    known->RenewProofs(*entry);
-    return known;
-  }
+  EntryPtr settled = FormerIfEqual(Find(entry->GetLocation()), entry);
+  if (settled != entry) return settled;
 
   const std::scoped_lock lock(mutex_);
   if (entries_.size() >= sizeToSweepAt_) SweepOutTheDead();

@@ -10,6 +10,7 @@
 #include "cache_records.hpp"
 #include "cache_writer.hpp"
 #include "folder_reader.hpp"
+#include "main_entries.hpp"
 
 namespace Quorvex::PathEnvironment {
 
@@ -19,13 +20,6 @@ using foundation::storage::vfs::StorageSystemReference;
 namespace {
 
 using FolderEntryPtr = std::shared_ptr<const FolderEntry>;
-
-std::vector<FolderEntryPtr> MainEntriesOf(const FolderPath& path) {
-  std::vector<FolderEntryPtr> entries;
-  const auto listed = path.GetMainEntries();
-  for (const auto& entry : *listed) entries.push_back(std::static_pointer_cast<const FolderEntry>(entry));
-  return entries;
-}
 
 bool IsEarlierByLocation(const FolderEntryPtr& left, const FolderEntryPtr& right) {
   return left->GetLocation() < right->GetLocation();

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "former_entries.hpp"
 #include "special_subfolders.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -47,13 +48,6 @@ std::vector<LinkedEntry> LinkedEntriesOf(const FolderListing& listing) {
   std::sort(links.begin(), links.end(),
             [](const LinkedEntry& left, const LinkedEntry& right) { return left.name < right.name; });
   return links;
-}
-
-// With the proofs of the later reading.
-FolderEntryPtr FormerIfEqual(const FolderEntryPtr& former, const FolderEntryPtr& entry) {
-  if (!former->HoldsTheSameAs(*entry)) return entry;
-  former->RenewProofs(*entry);
-  return former;
 }
 
 bool IsByLocation(const PathProblem& left, const PathProblem& right) { return left.location < right.location; }
@@ -226,7 +220,7 @@ class Reader {
     if (known && mayKeep) return PlaceOrReport(ReadAgain(known), location, contents);
 
     auto entry = Read(location, kind, known.get());
-    PlaceOrReport(entry ? former.FormerIfEqual(entry) : nullptr, location, contents);
+    PlaceOrReport(entry ? former.FormerIfEqualTo(entry) : nullptr, location, contents);
   }
 
   static void PlaceOrReport(FolderEntryPtr entry, const AbsoluteIRI& location, FolderEntry::Contents& contents) {

@@ -9,6 +9,7 @@
 
 #include "entry_places.hpp"
 #include "folder_reader.hpp"
+#include "main_entries.hpp"
 #include "parallel.hpp"
 
 namespace Quorvex::PathEnvironment {
@@ -76,11 +77,8 @@ std::size_t AddDoubts(const FolderEntry& entry, const Places& places, EntriesInD
 class PathRefresher::Impl {
  public:
   Impl(std::shared_ptr<const FolderPath> path, StorageSystemReference storage)
-      : storage_(std::move(storage)), path_(std::move(path)) {
-    for (const auto& entry : *path_->GetMainEntries()) {
-      main_.push_back(std::static_pointer_cast<const FolderEntry>(entry));
-      places_.Add(*main_.back(), main_.size() - 1);
-    }
+      : storage_(std::move(storage)), path_(std::move(path)), main_(MainEntriesOf(*path_)) {
+    for (std::size_t main = 0; main < main_.size(); ++main) places_.Add(*main_[main], main);
     connection_ = manager_->connect(
         [announcements = announcements_](const boost::shared_ptr<const Event>& event) { announcements->Add(*event); });
   }

@@ -16,6 +16,8 @@
 
 #include "folder_names.hpp"
 #include "folder_reader.hpp"
+#include "former_entries.hpp"
+#include "main_entries.hpp"
 #include "quoted_name.hpp"
 #include "special_subfolders.hpp"
 
@@ -249,19 +251,10 @@ class Positions {
   std::size_t last_ = 0;
 };
 
-std::vector<FolderEntryPtr> MainEntriesOf(const FolderPath* path) {
-  std::vector<FolderEntryPtr> entries;
-  if (path == nullptr) return entries;
-  for (const auto& entry : *path->GetMainEntries()) {
-    entries.push_back(std::static_pointer_cast<const FolderEntry>(entry));
-  }
-  return entries;
-}
-
 class SnapshotReader {
  public:
   SnapshotReader(std::string_view bytes, const FolderPath* predecessor)
-      : lines_(bytes), former_(MainEntriesOf(predecessor)) {}
+      : lines_(bytes), former_(predecessor == nullptr ? std::vector<FolderEntryPtr>() : MainEntriesOf(*predecessor)) {}
 
   [[nodiscard]] std::size_t LineNumber() const noexcept { return lines_.Number(); }
 
@@ -294,7 +287,7 @@ class SnapshotReader {
     if (!mains_.insert(location).second) Refuse(Quoted(rest) + " stands here already");
     lines_.Next();
     const FolderEntryPtr former = former_.Find(location);
-    folders_.push_back({former_.FormerIfEqual(ReadFolder(location, PathEntryType::Main, former.get(), 0)), position});
+    folders_.push_back({former_.FormerIfEqualTo(ReadFolder(location, PathEntryType::Main, former.get(), 0)), position});
   }
 
   void ReadRepeat() {
@@ -333,7 +326,7 @@ class SnapshotReader {
       if (!known.insert(location).second) Refuse(Quoted(text) + " stands here already");
       if (depth > kMaximumDepth) Refuse("folders are nested too deeply");
       lines_.Next();
-      Place(former.FormerIfEqual(ReadFolder(location, kind, former.Find(location).get(), depth + 1)),
+      Place(former.FormerIfEqualTo(ReadFolder(location, kind, former.Find(location).get(), depth + 1)),
             contents.subfolders);
     }
     SortByName(contents.subfolders);

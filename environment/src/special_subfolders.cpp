@@ -50,24 +50,4 @@ void SortByName(SpecialSubfolders& subfolders) {
   std::sort(subfolders.packages.begin(), subfolders.packages.end(), IsByName);
 }
 
-FormerEntries::FormerEntries(const std::vector<EntryPtr>& entries) {
-  for (const EntryPtr& entry : entries) entries_.emplace(entry->GetLocation(), entry);
-}
-
-FormerEntries FormerEntries::Below(const FolderEntry* entry) {
-  return FormerEntries(entry == nullptr ? std::vector<EntryPtr>() : entry->GetChildren());
-}
-
-FormerEntries::EntryPtr FormerEntries::Find(const foundation::storage::vfs::AbsoluteIRI& location) const {
-  const auto known = entries_.find(location);
-  return known == entries_.end() ? nullptr : known->second;
-}
-
-FormerEntries::EntryPtr FormerEntries::FormerIfEqual(const EntryPtr& entry) const {
-  EntryPtr former = Find(entry->GetLocation());
-  if (!former || !former->HoldsTheSameAs(*entry)) return entry;
-  former->RenewProofs(*entry);
-  return former;
-}
-
 }  // namespace Quorvex::PathEnvironment
