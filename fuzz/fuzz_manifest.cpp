@@ -4,10 +4,11 @@
 #include <boost/json/parse.hpp>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <fl/filesystem/text_codec.hpp>
 #include <search_path_environment/package_manifest.hpp>
 #include <string_view>
+
+#include "require.hpp"
 
 namespace {
 
@@ -15,10 +16,6 @@ using fl::filesystem::to_bytes;
 using foundation::storage::vfs::AbsoluteIRI;
 using Quorvex::PathEnvironment::ManifestError;
 using Quorvex::PathEnvironment::PackageManifest;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 bool IsBelow(const AbsoluteIRI& location, const AbsoluteIRI& root) {
   const auto names = location.getSegments();

@@ -2,7 +2,6 @@
 // no separator, an identifier leads to its text and back, and nothing but storage's exception comes out.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <fl/filesystem/path.hpp>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -14,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "require.hpp"
+
 namespace {
 
 using foundation::storage::vfs::AbsoluteIRI;
@@ -23,10 +24,6 @@ using Quorvex::PathManagement::GetIRIFromString;
 using Quorvex::PathManagement::GetStringFromIRI;
 using Quorvex::PathManagement::RemoveRootPathFromAbsolutePath;
 using Quorvex::PathManagement::SplitVornixPath;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 std::u16string NativeFormOf(const std::u16string& text) { return fl::filesystem::detail::make_native_form(text, true); }
 

@@ -2,20 +2,17 @@
 // understood alike, comments included.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <search_path_environment/saved_path_error.hpp>
 #include <search_path_environment/saved_path_text.hpp>
 #include <string>
 #include <string_view>
 
+#include "require.hpp"
+
 namespace {
 
 using Quorvex::PathEnvironment::SavedPathError;
 using Quorvex::PathEnvironment::SavedPathText;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 void CheckWriting(const SavedPathText& path) {
   const std::string written = path.ToBytes();

@@ -7,19 +7,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <search_path_environment/path_snapshot.hpp>
 #include <string>
 #include <string_view>
+
+#include "require.hpp"
 
 namespace {
 
 using Quorvex::PathEnvironment::PathSnapshot;
 using Quorvex::PathEnvironment::SnapshotError;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 std::string WithChecksum(std::string lines) {
   std::array<char, 17> digits = {};

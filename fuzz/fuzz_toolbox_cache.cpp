@@ -19,6 +19,7 @@
 
 #include "cache_layout.hpp"
 #include "cache_seal.hpp"
+#include "require.hpp"
 
 namespace {
 
@@ -35,10 +36,6 @@ using Quorvex::PathManagement::FilenameMatchingPolicy;
 using Quorvex::PathManagement::IPathEntryFactory;
 using Quorvex::PathManagement::VisibleScope;
 using Quorvex::PathManagement::detail::SearchTarget;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 template <class Asked>
 void AnswerOrRefuse(const Asked& ask) {

@@ -2,7 +2,6 @@
 // and nothing but storage's exception comes out.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <fl/filesystem/text_codec.hpp>
 #include <foundation/storage/utility/url.hpp>
 #include <foundation/storage/vfs/absolute_iri.hpp>
@@ -11,15 +10,13 @@
 #include <optional>
 #include <string>
 
+#include "require.hpp"
+
 namespace {
 
 using fl::filesystem::detail::path_style;
 using foundation::storage::vfs::AbsoluteIRI;
 using foundation::storage::vfs::Exception;
-
-void Require(bool isTrue) {
-  if (!isTrue) std::abort();
-}
 
 std::optional<AbsoluteIRI> Parse(const std::u16string& text) {
   try {
