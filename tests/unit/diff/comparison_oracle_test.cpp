@@ -27,7 +27,7 @@ TEST(Comparison, TellsOfRandomVectorsWhatCountingTells) {
   std::size_t differences = 0;
   std::size_t changesSeen = 0;
 
-  for (int round = 0; round < 10'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(10'000); ++round) {
     const EntryPtrs objects = SomeObjects(1 + random.Below(12), 1 + random.Below(3), random);
     const EntryPtrs oldEntries = random.ListOf(10, [&] { return random.Pick(objects); });
     const EntryPtrs newEntries = random.ListOf(10, [&] { return random.Pick(objects); });
@@ -36,7 +36,7 @@ TEST(Comparison, TellsOfRandomVectorsWhatCountingTells) {
     if (!Agree(changes, oracle::ChangesBetween(oldEntries, newEntries))) ++differences;
   }
   EXPECT_EQ(differences, 0U);
-  EXPECT_GT(changesSeen, 10'000U);
+  EXPECT_GT(changesSeen, static_cast<std::size_t>(RandomSource::Rounds(10'000)));
 }
 
 // A share of the entries is gone, new, replaced, or stands elsewhere; none repeats.
@@ -57,7 +57,7 @@ TEST(Comparison, TellsOfLongVectorsWhatCountingTells) {
   RandomSource random = RandomSource::OfThisRun(2102);
   SCOPED_TRACE(random.Describe());
 
-  for (int round = 0; round < 8; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(8); ++round) {
     const EntryPtrs oldEntries = SomeObjects(1'500, 1, random);
     EntryPtrs newEntries = Changed(oldEntries, random);
     EXPECT_TRUE(Agree(ChangesOf(oldEntries, newEntries), oracle::ChangesBetween(oldEntries, newEntries)));

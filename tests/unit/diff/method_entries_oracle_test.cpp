@@ -79,7 +79,7 @@ TEST(ComparisonWithMethodEntries, TellsOfRandomTreesWhatCountingLevelByLevelTell
   std::size_t differences = 0;
   Coverage coverage;
 
-  for (int round = 0; round < 4'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(4'000); ++round) {
     const TwoVersions trees = SomeTrees(8, random);
     const EntryPtrs oldEntries = random.ListOf(6, [&] { return random.Pick(trees.oldObjects); });
     const EntryPtrs newEntries = random.ListOf(6, [&] { return random.Pick(trees.newObjects); });
@@ -89,11 +89,11 @@ TEST(ComparisonWithMethodEntries, TellsOfRandomTreesWhatCountingLevelByLevelTell
     if (!Agree(changes, oracle::Joined(levels))) ++differences;
   }
   EXPECT_EQ(differences, 0U);
-  EXPECT_GT(coverage.deepRounds, 1'000U);
-  EXPECT_GT(coverage.reorderedBelow, 200U);
-  EXPECT_GT(coverage.refreshedBelow, 200U);
-  EXPECT_GT(coverage.addedBelow, 200U);
-  EXPECT_GT(coverage.removedBelow, 200U);
+  EXPECT_GT(coverage.deepRounds, static_cast<std::size_t>(RandomSource::Rounds(1'000)));
+  EXPECT_GT(coverage.reorderedBelow, static_cast<std::size_t>(RandomSource::Rounds(200)));
+  EXPECT_GT(coverage.refreshedBelow, static_cast<std::size_t>(RandomSource::Rounds(200)));
+  EXPECT_GT(coverage.addedBelow, static_cast<std::size_t>(RandomSource::Rounds(200)));
+  EXPECT_GT(coverage.removedBelow, static_cast<std::size_t>(RandomSource::Rounds(200)));
 }
 
 }  // namespace

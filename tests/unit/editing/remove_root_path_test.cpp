@@ -54,7 +54,7 @@ TEST(RemoveRootPathFromAbsolutePath, SplitsEveryTextIntoItsRootAndTheRest) {
   RandomSource random = RandomSource::OfThisRun(3121);
   SCOPED_TRACE(random.Describe());
 
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(20'000); ++round) {
     const auto drawn = random.ListOf(8, [&] { return random.Pick(units); });
     const std::u16string text(drawn.begin(), drawn.end());
     SCOPED_TRACE(fl::filesystem::to_displayed_text(text));

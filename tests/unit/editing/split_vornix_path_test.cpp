@@ -92,7 +92,7 @@ TEST(SplitVornixPath, AgreesWithALiteralSplitOfAnyText) {
   RandomSource random = RandomSource::OfThisRun(3101);
   SCOPED_TRACE(random.Describe());
 
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(20'000); ++round) {
     const auto drawn = random.ListOf(16, [&] { return random.Pick(units); });
     const std::u16string text(drawn.begin(), drawn.end());
     ASSERT_EQ(SplitVornixPath(text), SplitLiterally(text));
@@ -110,7 +110,7 @@ TEST(SplitVornixPath, OfJoinedFoldersGivesTheFoldersBack) {
     return folder;
   };
 
-  for (int round = 0; round < 5'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(5'000); ++round) {
     const Texts folders = random.ListOf(8, makeFolder);
     std::u16string joined;
     for (const auto& folder : folders) {

@@ -114,14 +114,14 @@ TEST(PartialPathnameOracle, AgreesOnRandomInput) {
   SCOPED_TRACE(random.Describe());
   Tally tally;
 
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(20'000); ++round) {
     const Components folder = random.ListOf(12, [&] { return random.Pick(names); });
     const Components partial = RandomPartial(random, folder, names);
     ASSERT_NO_FATAL_FAILURE(ExpectAgreement(partial, EntryAt(folder), folder, random.Pick(policies), tally));
   }
-  EXPECT_GT(tally.matches, 1'000);
-  EXPECT_GT(tally.differences, 1'000);
-  EXPECT_GT(tally.strictMatches, 1'000);
+  EXPECT_GT(tally.matches, RandomSource::Rounds(1'000));
+  EXPECT_GT(tally.differences, RandomSource::Rounds(1'000));
+  EXPECT_GT(tally.strictMatches, RandomSource::Rounds(1'000));
 }
 
 /// A main entry at `mainFolder` and, one inside another, the special subfolders of these names.
@@ -144,7 +144,7 @@ TEST(PartialPathnameOracle, AgreesAlongRandomChainsOfEntries) {
   SCOPED_TRACE(random.Describe());
   Tally tally;
 
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(20'000); ++round) {
     const Components mainFolder = random.ListOf(3, [&] { return random.Pick(names); });
     const Components methodFolders = random.ListOf(4, [&] { return random.Pick(methodNames); });
     Components whole = mainFolder;
@@ -163,8 +163,8 @@ TEST(PartialPathnameOracle, AgreesAlongRandomChainsOfEntries) {
         << fl::filesystem::to_displayed_text(PathOf(partial)) << " in "
         << fl::filesystem::to_displayed_text(PathOf(whole));
   }
-  EXPECT_GT(tally.matches, 1'000);
-  EXPECT_GT(tally.differences, 1'000);
+  EXPECT_GT(tally.matches, RandomSource::Rounds(1'000));
+  EXPECT_GT(tally.differences, RandomSource::Rounds(1'000));
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST(DisplayedText, DoublesBackslashesSoThatNoEscapeCanBeForged) { EXPECT_EQ(to_
 TEST(DisplayedText, LetsNoControlByteThrough) {
   RandomSource random = RandomSource::OfThisRun(5);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(20'000); ++round) {
     const std::string shown = to_displayed_text(from_bytes(RandomBytes(random, 16)));
     ASSERT_TRUE(
         std::none_of(shown.begin(), shown.end(), [](unsigned char byte) { return byte < 0x20 || byte == 0x7F; }));

@@ -107,7 +107,7 @@ TEST(IRIToPath, RefusesNamesThatNoFileCanHave) {
 TEST(PathAndIRI, GiveBackEveryAbsolutePathInNormalForm) {
   RandomSource random = RandomSource::OfThisRun(41);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 50'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(50'000); ++round) {
     std::string bytes;
     for (std::size_t depth = random.Below(4); depth > 0; --depth) bytes += "/" + RandomNameBytes(random);
     if (bytes.empty()) bytes = "/";

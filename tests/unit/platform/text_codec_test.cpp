@@ -36,7 +36,7 @@ TEST(TextCodec, TakesOverlongFormsAndEncodedSurrogatesAndCodesBeyondUnicodeForSt
 TEST(TextCodec, GivesBackEveryByteString) {
   RandomSource random = RandomSource::OfThisRun(20240117);
   SCOPED_TRACE(random.Describe());
-  for (int round = 0; round < 200'000; ++round) {
+  for (int round = 0; round < RandomSource::Rounds(200'000); ++round) {
     const std::string bytes = RandomBytes(random, 16);
     ASSERT_EQ(to_bytes(from_bytes(bytes)), bytes);
   }
