@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fakes/failing_storage_provider.hpp>
 #include <iostream>
@@ -117,7 +118,8 @@ struct Figures {
   std::size_t told = 0;
 };
 
-const std::size_t kPercent = static_cast<std::size_t>(RandomSource::Rounds(100));
+// Of the calls, those that are let fail: one in five, evenly, where nothing else is asked for.
+const std::size_t kPercent = static_cast<std::size_t>(std::clamp(RandomSource::Rounds(20), 5, 100));
 
 /// One command, tried with a fault at each of its calls.
 class Sweep {
@@ -128,7 +130,7 @@ class Sweep {
   void Run(Figures& figures) {
     SCOPED_TRACE(InWords(arguments_));
     LearnWhatIsRight();
-    const std::size_t step = 100 / std::min<std::size_t>(100, kPercent);
+    const std::size_t step = 100 / kPercent;
     for (std::size_t call = 1; !testing::Test::HasFailure(); call += step) {
       SCOPED_TRACE("call " + std::to_string(call) + ": " + error_.message() +
                    (persistence_ == Persistence::Transient ? ", once" : ", from then on"));
@@ -285,7 +287,7 @@ TEST(EveryCommand, AnswersRightOrTellsWhatFailedAndLosesNothingWhicheverCallOfSt
   }
   std::cout << "storage faults: " << figures.points << " points, " << figures.rightAnswers << " right answers, "
             << figures.told << " errors told, 0 losses\n";
-  EXPECT_GE(figures.points, 5 * kPercent);
+  EXPECT_GE(figures.points, 25 * kPercent);
   EXPECT_GE(figures.told, figures.points / 4) << "the faults were hardly felt";
 }
 
