@@ -20,7 +20,7 @@ std::string WithBackslashes(std::string_view text, std::string_view before) {
   return escaped;
 }
 
-// The part of a specification that says what an argument is called and how it is completed.
+// What of a line says what an argument is called and how it is completed.
 std::string Message(const DescribedArgument& argument) {
   const std::string label = ":" + WithBackslashes(argument.label, ":") + ":";
   switch (argument.kind) {
@@ -38,24 +38,24 @@ std::string Message(const DescribedArgument& argument) {
   return label + " ";  // told, not completed
 }
 
-// One specification for each of its names; each rules out the others unless the option may be repeated.
-std::string Specifications(const DescribedOption& option) {
+// One line for each of its names; each rules out the others unless the option may be repeated.
+std::string LinesFor(const DescribedOption& option) {
   const std::string excluded = option.repeats ? "*" : "(" + JoinedNames(option.names, " ", " ") + ")";
   const std::string told = "[" + WithBackslashes(Headline(option.description), "[]") + "]" +
                            (option.argument ? Message(*option.argument) : "");
   std::string lines;
   for (const std::string& name : option.names) {
     const bool takesAfterSign = option.argument && name.starts_with("--");
-    std::string specification = excluded;
-    specification.append(name).append(takesAfterSign ? "=" : "").append(told);
-    lines.append(" \\\n        ").append(ShellWord(specification));
+    std::string line = excluded;
+    line.append(name).append(takesAfterSign ? "=" : "").append(told);
+    lines.append(" \\\n        ").append(ShellWord(line));
   }
   return lines;
 }
 
 std::string ZshOptions(const std::vector<DescribedOption>& options) {
   std::string lines;
-  for (const DescribedOption& option : options) lines += Specifications(option);
+  for (const DescribedOption& option : options) lines += LinesFor(option);
   return lines;
 }
 

@@ -19,7 +19,7 @@ TEST(CompletionQuoting, KeepsAnApostropheWithinAWordOfZsh) {
   EXPECT_THAT(ZshCompletion(ProgramOf("What's this: that", kAwkward)), HasSubstr(R"('sort:What'\''s this: that')"));
 }
 
-TEST(CompletionQuoting, KeepsBracketsAndColonsWithinASpecificationOfZsh) {
+TEST(CompletionQuoting, KeepsBracketsAndColonsWithinALineOfZsh) {
   EXPECT_THAT(ZshCompletion(ProgramOf("", kAwkward)), HasSubstr(R"('(--by)--by=[It'\''s \[x\] \\y]:a\:b: ')"));
 }
 
